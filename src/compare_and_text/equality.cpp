@@ -1,0 +1,113 @@
+// Equality: of class, of nesting, and of all numbers in Python's own terms.
+#include "indexing/qcpp_py_array.h"
+#include "wrapper/element_object.h"
+
+#include <cmath>
+#include <limits>
+
+namespace {
+
+using quarna::StridedView;
+
+enum class Nesting { Different, AlikeAndEmpty, Alike };
+
+// Nested sequences are compared level by level, so what lies below an empty level does not count.
+Nesting compareNesting(StridedView const& left, StridedView const& right)
+{
+    std::size_t const levels = std::min(left.dimensions.size(), right.dimensions.size());
+    for (std::size_t level = 0; level < levels; ++level) {
+        if (left.dimensions[level].length != right.dimensions[level].length) {
+            return Nesting::Different;
+        }
+        if (left.dimensions[level].length == 0) {
+            return Nesting::AlikeAndEmpty;
+        }
+    }
+    return left.dimensions.size() == right.dimensions.size() ? Nesting::Alike : Nesting::Different;
+}
+
+template <std::floating_point T>
+bool equalsDouble(T number, double other)
+{
+    return static_cast<double>(number) == other;
+}
+
+// Exact, as Python compares an int with a float: the integer is not rounded to a double.
+template <std::integral T>
+bool equalsDouble(T number, double other)
+{
+    double const bound = std::ldexp(1.0, std::numeric_limits<T>::digits);
+    double const lowest = std::numeric_limits<T>::is_signed ? -bound : 0.0;
+    return other >= lowest && other < bound && std::trunc(other) == other && static_cast<T>(other) == number;
+}
+
+template <class T>
+std::complex<double> asPythonComplex(T number)
+{
+    return {static_cast<double>(number.real()), static_cast<double>(number.imag())};
+}
+
+template <class Left, class Right>
+bool numbersAreEqual(Left left, Right right)
+{
+    if constexpr (quarna::Complex<Left> && quarna::Complex<Right>) {
+        return asPythonComplex(left) == asPythonComplex(right);
+    } else if constexpr (quarna::Complex<Left>) {
+        return numbersAreEqual(right, left);
+    } else if constexpr (quarna::Complex<Right>) {
+        std::complex<double> const number = asPythonComplex(right);
+        return number.imag() == 0.0 && equalsDouble(left, number.real());
+    } else {
+        return left == right;
+    }
+}
+
+template <class Left, class Right>
+bool elementsAreEqual(QCppPyArray const& left, StridedView const& leftView, QCppPyArray const& right,
+                      StridedView const& rightView)
+{
+    auto const* const leftBlock = static_cast<unsigned char const*>(left.getQDAWrapper()->buf());
+    auto const* const rightBlock = static_cast<unsigned char const*>(right.getQDAWrapper()->buf());
+    quarna::RunCursor leftRun(leftView, quarna::WalkOrder::Stored);
+    quarna::RunCursor rightRun(rightView, quarna::WalkOrder::Stored);
+    do {
+        for (long i = 0; i < leftRun.run().length; ++i) {
+            long const leftOffset = leftRun.offset() + i * leftRun.run().stride;
+            long const rightOffset = rightRun.offset() + i * rightRun.run().stride;
+            if (!numbersAreEqual(quarna::loadElement<Left>(leftBlock + leftOffset * long{sizeof(Left)}),
+                                 quarna::loadElement<Right>(rightBlock + rightOffset * long{sizeof(Right)}))) {
+                return false;
+            }
+        }
+        rightRun.advance();
+    } while (leftRun.advance());
+    return true;
+}
+
+}  // namespace
+
+template <class Real>
+std::optional<bool> QCppPyArray::isEqualTo(QCppPyArray const& other) const
+{
+    if (m_supportedArrayEnum != other.m_supportedArrayEnum) {
+        return false;
+    }
+    if (!requireUsable() || !other.requireUsable()) {
+        return std::nullopt;
+    }
+    StridedView const left = selection();
+    StridedView const right = other.selection();
+    Nesting const nesting = compareNesting(left, right);
+    if (nesting != Nesting::Alike) {
+        return nesting == Nesting::AlikeAndEmpty;
+    }
+    return quarna::withElementForm<Real>(m_isComplex, [&]<class Left>(std::type_identity<Left>) {
+        return quarna::withElementForm<Real>(other.m_isComplex, [&]<class Right>(std::type_identity<Right>) {
+            return elementsAreEqual<Left, Right>(*this, left, other, right);
+        });
+    });
+}
+
+#define QUARNA_CLASS(suffix, attribute, element, code) \
+    template std::optional<bool> QCppPyArray::isEqualTo<element>(QCppPyArray const&) const;
+#include "vocabulary/class_table.def"

@@ -1,0 +1,152 @@
+// The text of an array: what Python prints for its nested list, made without the list.
+#include "indexing/qcpp_py_array.h"
+#include "wrapper/element_object.h"
+
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <memory>
+#include <new>
+
+namespace {
+
+using quarna::Odometer;
+using quarna::StridedDimensions;
+using quarna::StridedView;
+
+struct FreePythonText {
+    void operator()(char* text) const { PyMem_Free(text); }
+};
+
+// The digits of Python's repr: the shortest that read back as the same double.
+void appendDouble(std::string& text, double number, int flags)
+{
+    std::unique_ptr<char, FreePythonText> const digits(PyOS_double_to_string(number, 'r', 0, flags, nullptr));
+    if (!digits) {
+        throw std::bad_alloc();
+    }
+    text += digits.get();
+}
+
+// A real part of +0.0 is left out with its parentheses, one of -0.0 is not.
+void appendComplex(std::string& text, double real, double imaginary)
+{
+    if (real == 0.0 && !std::signbit(real)) {
+        appendDouble(text, imaginary, 0);
+        text += 'j';
+        return;
+    }
+    text += '(';
+    appendDouble(text, real, 0);
+    appendDouble(text, imaginary, Py_DTSF_SIGN);
+    text += "j)";
+}
+
+template <class T>
+void appendNumber(std::string& text, T number)
+{
+    if constexpr (quarna::Complex<T>) {
+        appendComplex(text, static_cast<double>(number.real()), static_cast<double>(number.imag()));
+    } else if constexpr (quarna::Logical<T>) {
+        text += number ? "True" : "False";
+    } else if constexpr (std::floating_point<T>) {
+        appendDouble(text, static_cast<double>(number), Py_DTSF_ADD_DOT_0);
+    } else {
+        using Printed = std::conditional_t<std::is_signed_v<T>, long, unsigned long>;
+        std::array<char, 24> digits{};
+        auto const end = std::to_chars(digits.begin(), digits.end(), static_cast<Printed>(number)).ptr;
+        text.append(digits.begin(), end);
+    }
+}
+
+template <class T>
+class NestedText {
+public:
+    NestedText(void const* block, const char* separator)
+        : m_block(static_cast<unsigned char const*>(block)), m_separator(separator)
+    {
+    }
+
+    std::string write(StridedView const& view)
+    {
+        // The lists of a level without items hold no further levels.
+        auto const firstEmpty =
+            std::find_if(view.dimensions.begin(), view.dimensions.end(),
+                         [](quarna::StridedDimension dimension) { return dimension.length == 0; });
+        bool const hasNumbers = firstEmpty == view.dimensions.end();
+        auto const innermost = hasNumbers ? view.dimensions.end() - 1 : firstEmpty;
+        writeLists(*innermost, StridedDimensions(view.dimensions.begin(), innermost), view.offset);
+        return std::move(m_text);
+    }
+
+private:
+    void writeLists(quarna::StridedDimension row, StridedDimensions outer, long offset)
+    {
+        std::reverse(outer.begin(), outer.end());
+        reserve(row, outer);
+        Odometer position(offset, outer);
+        m_text.append(outer.size(), '[');
+        bool isLast = false;
+        while (!isLast) {
+            writeRow(row, position.offset());
+            isLast = !position.advance();
+            m_text.append(position.restarted(), ']');
+            if (!isLast) {
+                m_text += m_separator;
+                m_text.append(position.restarted(), '[');
+            }
+        }
+    }
+
+    // No row is shorter than "[]", and no number than one digit and a comma. Text that has no room is refused
+    // before it is begun.
+    void reserve(quarna::StridedDimension row, StridedDimensions const& outer)
+    {
+        std::size_t least = 2 * static_cast<std::size_t>(std::max(row.length, 1L));
+        for (quarna::StridedDimension const& dimension : outer) {
+            if (__builtin_mul_overflow(least, static_cast<std::size_t>(dimension.length), &least)) {
+                throw std::bad_alloc();
+            }
+        }
+        if (least > m_text.max_size()) {
+            throw std::bad_alloc();
+        }
+        m_text.reserve(least);
+    }
+
+    void writeRow(quarna::StridedDimension row, long offset)
+    {
+        m_text += '[';
+        for (long i = 0; i < row.length; ++i) {
+            if (i > 0) {
+                m_text += m_separator;
+            }
+            appendNumber(m_text, quarna::loadElement<T>(m_block + offset * long{sizeof(T)}));
+            offset += row.stride;
+        }
+        m_text += ']';
+    }
+
+    unsigned char const* m_block;
+    const char* m_separator;
+    std::string m_text;
+};
+
+}  // namespace
+
+template <class T>
+std::optional<std::string> QCppPyArray::getStrAsStdString(bool asRepr, bool keepBlanks) const
+{
+    if (!requireUsable()) {
+        return std::nullopt;
+    }
+    std::string const list = NestedText<T>(m_wrapper->buf(), keepBlanks ? ", " : ",").write(selection());
+    if (!asRepr) {
+        return list;
+    }
+    return std::string("quarna.") + quarna::className<T> + "(" + list + (m_isComplex ? ", is_complex=True)" : ")");
+}
+
+#define QUARNA_ARRAY_TYPE(number, name, element) \
+    template std::optional<std::string> QCppPyArray::getStrAsStdString<element>(bool, bool) const;
+#include "data/array_types.def"

@@ -1,0 +1,65 @@
+// From Python values to the elements and dimensions of one array: one parser for each construction or assignment.
+//
+// A nest of sequences is walked once, depth first. The walk yields the elements in nested order (the last index
+// fastest), the dimensions, and the proof that the nest is rectangular:
+//   - the children of one sequence are compared before they are walked: all scalars, or all of one length;
+//   - a sequence's length is compared with that of the sequences walked before it at the same depth;
+//   - a scalar's depth is compared with that of the first scalar;
+//   - at the end the elements are counted, since Python code may change the nest under the walk.
+// Any object that CPython takes for a sequence is one; a str is refused wherever it stands.
+#pragma once
+
+#include "construction/constructor_arguments.h"
+#include "data/array_factory.h"
+
+#include <optional>
+#include <span>
+#include <vector>
+
+template <class T>
+class FinalConstructorParser {
+public:
+    /// The array that a constructor call describes; empty with an exception set.
+    std::optional<quarna::data::TypedArray<T>> makeTypedArray(quarna::ConstructorArguments const& arguments);
+
+    /// Takes in a scalar or a nest of sequences; false with an exception set. `coerceToLogical` goes to the
+    /// conversion of every scalar.
+    bool flattenWithUnspecifiedDimensions(PyObject* object, bool coerceToLogical);
+
+    /// What the walk found. A lone scalar has the dimensions 1, 1, a sequence one dimension for each level.
+    std::vector<long> const& calculatedDims() const { return m_calculatedDims; }
+    std::span<T const> elements() const { return {m_elements.get(), static_cast<std::size_t>(m_elementCount)}; }
+
+private:
+    bool takeValue(PyObject* object);
+    bool takeScalar(PyObject* object);
+    bool takeSequence(PyObject* sequence);
+    bool closeSequence(long length);
+    void store(T value);
+    bool reserveBuffer(std::optional<long> count);
+
+    bool takeArguments(quarna::ConstructorArguments const& arguments);
+    bool processSize(std::vector<long> dims);
+    bool processSizeKwarg(PyObject* size);
+    bool processInitializer(PyObject* initializer);
+    bool processVectorKwarg(PyObject* vector);
+    bool takeVectorItem(PyObject* item);
+    bool fillWithZeros();
+
+    bool handleSingleSingletonDimensionEdgeCase();
+    bool specifiedAndCalculatedDimensionsMatch();
+    bool refuseDimensions(PyObject* exceptionClass) const;
+
+    std::vector<long> m_specifiedDims;   // from 'size'; empty if that was not given
+    std::vector<long> m_calculatedDims;  // from the values
+    quarna::data::ArrayFactory m_factory;
+    quarna::data::ElementBuffer<T> m_elements{nullptr, [](void*) {}};
+    long m_capacity = 0;
+    long m_elementCount = 0;  // may exceed the capacity in a nest that will be refused
+    bool m_bufferReserved = false;
+    bool m_isColumnMajor = false;
+    bool m_coerceToLogical = true;
+    std::size_t m_depth = 0;
+    std::size_t m_scalarDepth = 0;  // of the first scalar; 0 before it
+    std::vector<long> m_lengthsAtDepth;
+};

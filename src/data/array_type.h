@@ -1,0 +1,31 @@
+// The type numbers of the data-array library and the element types they stand for.
+#pragma once
+
+#include <complex>
+#include <cstdint>
+
+namespace quarna::data {
+
+enum class ArrayType : std::int32_t {
+#define QUARNA_ARRAY_TYPE(number, name, element) name = number,
+#include "data/array_types.def"
+};
+
+/// How elements are laid out: the first index fastest, or the last.
+enum class MemoryLayout : std::int32_t { COLUMN_MAJOR = 0, ROW_MAJOR = 1 };
+
+template <class T>
+struct ArrayTypeOf;
+
+#define QUARNA_ARRAY_TYPE(number, name, element)        \
+    template <>                                         \
+    struct ArrayTypeOf<element> {                       \
+        static constexpr auto value = ArrayType::name;  \
+    };
+#include "data/array_types.def"
+
+/// The type number of arrays of T.
+template <class T>
+inline constexpr ArrayType arrayTypeOf = ArrayTypeOf<T>::value;
+
+}  // namespace quarna::data

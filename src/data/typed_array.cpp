@@ -1,0 +1,111 @@
+// The handle on an array of known element type.
+#include "data/typed_array.h"
+
+#include "data/operation.h"
+
+#include <utility>
+
+namespace quarna::data {
+
+using detail::call;
+using detail::FunctionType;
+
+namespace {
+
+template <class T>
+void requireElementType(Array const& array)
+{
+    bool compatible = false;
+    call<FunctionType::types_are_compatible>(static_cast<std::int32_t>(arrayTypeOf<T>),
+                                             static_cast<std::int32_t>(array.getType()), &compatible);
+    if (!compatible) {
+        throw detail::DataException<ExceptionType::ArrayTypeMismatch>("Can't convert the Array to this TypedArray");
+    }
+}
+
+template <class T>
+T* elementAt(impl::ArrayImpl* array, detail::Position position, bool writable)
+{
+    auto const iterator = detail::makeIterator(array, position, writable);
+    if constexpr (Complex<T>) {
+        return static_cast<T*>(detail::complexElementAddress(iterator.get()));
+    } else {
+        return static_cast<T*>(detail::realElementAddress(iterator.get()));
+    }
+}
+
+}  // namespace
+
+template <class T>
+TypedArray<T>::TypedArray(Array const& array) : Array(array)
+{
+    requireElementType<T>(*this);
+}
+
+template <class T>
+TypedArray<T>::TypedArray(Array&& array) : Array((requireElementType<T>(array), std::move(array)))
+{
+}
+
+template <class T>
+T* TypedArray<T>::writableElements()
+{
+    makeUnshared();
+    return elementAt<T>(handle(), detail::Position::First, true);
+}
+
+template <class T>
+T const* TypedArray<T>::elements() const
+{
+    return elementAt<T>(handle(), detail::Position::First, false);
+}
+
+template <class T>
+TypedIterator<T const> TypedArray<T>::end() const noexcept
+{
+    return TypedIterator<T const>(elementAt<T>(handle(), detail::Position::PastLast, false));
+}
+
+template <class T>
+ElementBuffer<T> TypedArray<T>::release()
+{
+    void* block = nullptr;
+    quarna_deleter deleter = nullptr;
+    call<FunctionType::release_buffer>(handle(), isSoleHolder(), &block, &deleter);
+    return {static_cast<T*>(block), deleter};
+}
+
+template <class T>
+ReferenceHolder TypedArray<T>::operator[](std::size_t index)
+    requires Complex<T>
+{
+    makeUnshared();
+    detail::ReferenceImpl* reference = nullptr;
+    call<FunctionType::get_reference>(handle(), index, &reference);
+    return ReferenceHolder(reference);
+}
+
+template <class T>
+T* writableElementsOf(Array& array)
+{
+    TypedArray<T> typed(std::move(array));
+    // The caller's handle gets its array back whatever happens in between.
+    struct HandBack {
+        Array& to;
+        TypedArray<T>& from;
+        ~HandBack() { to = std::move(from); }
+    } const handBack{array, typed};
+    return typed.writableElements();
+}
+
+void detail::setElement(ReferenceImpl* reference, void const* real, void const* imaginary, int type)
+{
+    call<FunctionType::set_complex>(reference, type, real, imaginary);
+}
+
+#define QUARNA_ARRAY_TYPE(number, name, element) \
+    template class TypedArray<element>;          \
+    template element* writableElementsOf<element>(Array&);
+#include "data/array_types.def"
+
+}  // namespace quarna::data

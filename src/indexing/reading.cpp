@@ -1,0 +1,76 @@
+// Reading elements: one number, or a nested list of all that is selected. All reads go to the mirror.
+#include "indexing/qcpp_py_array.h"
+#include "vocabulary/errors.h"
+#include "vocabulary/references.h"
+#include "wrapper/element_object.h"
+
+using quarna::Reference;
+
+namespace {
+
+// Making a list can start the garbage collector, and with it Python code that reshapes the array. Hence the
+// count of reshapes is looked at after each list, before its elements are.
+template <class T>
+class NestedListBuilder {
+public:
+    explicit NestedListBuilder(QCppPyArray const& array)
+        : m_array(array), m_wrapper(*array.getQDAWrapper()), m_reshapes(m_wrapper.reshapeCount()),
+          m_view(array.selection())
+    {
+    }
+
+    Reference build() const { return listAt(0, m_view.offset); }
+
+private:
+    Reference listAt(std::size_t level, long offset) const
+    {
+        quarna::RecursionLevel const recursion(" while listing an array");
+        auto const [length, stride] = m_view.dimensions[level];
+        Reference list = recursion ? Reference::steal(PyList_New(length)) : Reference();
+        if (!list || !m_array.requireReshapeCount(m_reshapes)) {
+            return {};
+        }
+        bool const isInnermost = level + 1 == m_view.dimensions.size();
+        for (long i = 0; i < length; ++i) {
+            Reference item = isInnermost ? numberAt(offset) : listAt(level + 1, offset);
+            if (!item) {
+                return {};
+            }
+            PyList_SET_ITEM(list.get(), i, item.release());
+            offset += stride;
+        }
+        return list;
+    }
+
+    Reference numberAt(long offset) const
+    {
+        auto const* const elements = static_cast<unsigned char const*>(m_wrapper.buf());
+        return Reference::steal(quarna::makeNumber(quarna::loadElement<T>(elements + offset * long{sizeof(T)})));
+    }
+
+    QCppPyArray const& m_array;
+    QDArrayWrapper const& m_wrapper;
+    unsigned long m_reshapes;
+    quarna::StridedView m_view;
+};
+
+}  // namespace
+
+template <class T>
+PyObject* QCppPyArray::getNumericPyObject(long index) const
+{
+    long const offset = offsetOfIntegers() + index * elementStride(m_wrapper->shape().size() - 1);
+    auto const* const elements = static_cast<unsigned char const*>(m_wrapper->buf());
+    return quarna::makeNumber(quarna::loadElement<T>(elements + offset * long{sizeof(T)}));
+}
+
+template <class T>
+PyObject* QCppPyArray::getAllContentsAsPyList() const
+{
+    return requireUsable() ? NestedListBuilder<T>(*this).build().release() : nullptr;
+}
+
+#define QUARNA_ARRAY_TYPE(number, name, element)                                \
+    template PyObject* QCppPyArray::getNumericPyObject<element>(long) const;    \
+    template PyObject* QCppPyArray::getAllContentsAsPyList<element>() const;
+#include "data/array_types.def"

@@ -1,0 +1,27 @@
+// Reading subscripts from Python.
+#include "indexing/subscript.h"
+
+#include "vocabulary/errors.h"
+#include "vocabulary/python_values.h"
+
+std::optional<long> getIntegerIndexFromIndexObject(PyObject* index)
+{
+    return pyObjectIsLong(index) ? std::optional<long>(PyLong_AsSsize_t(index)) : std::nullopt;
+}
+
+std::optional<quarna::SliceBounds> quarna::unpackSlice(PyObject* slice)
+{
+    SliceBounds bounds;
+    bool const unpacked = PySlice_Unpack(slice, &bounds.start, &bounds.stop, &bounds.step) == 0;
+    if (bounds.step == 0) {
+        // CPython reads the step first, so a step of 0 here means that it was what could not be read.
+        setError(PyExc_ValueError, "slice step cannot be zero.");
+    }
+    return unpacked ? std::optional(bounds) : std::nullopt;
+}
+
+SliceIndexItem quarna::clippedSlice(SliceBounds bounds, long length)
+{
+    Py_ssize_t const count = PySlice_AdjustIndices(length, &bounds.start, &bounds.stop, bounds.step);
+    return makeSliceItem(bounds.start, bounds.stop, bounds.step, count);
+}

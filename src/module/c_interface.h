@@ -1,0 +1,11 @@
+// The functions that other native modules reach through the capsule.
+#pragma once
+
+#include "quarna/quarna.h"
+
+namespace QCPyArrayAPI {
+
+/// What the capsule points to.
+extern quarna_api const table;
+
+}  // namespace QCPyArrayAPI

@@ -1,0 +1,138 @@
+// Subscripts and len(): which form of subscript was used, and where it goes.
+#include "indexing/array_object.h"
+#include "indexing/subscript.h"
+#include "module/slots.h"
+
+namespace {
+
+constexpr char noIndexText[] = "index is not an integer or slice.";
+
+bool isSlice(PyObject* index)
+{
+    return Py_TYPE(index) == &PySlice_Type;
+}
+
+bool isPending(std::optional<long> integer)
+{
+    return *integer == -1 && PyErr_Occurred() != nullptr;
+}
+
+template <class T>
+int assignSlice(QCppPyArray& array, PyObject* index, PyObject* value)
+{
+    auto const bounds = quarna::unpackSlice(index);
+    // The bounds of a slice can run Python code, so the shape is looked at afterwards.
+    if (!bounds || !array.requireUsable()) {
+        return -1;
+    }
+    SliceIndexItem const item = quarna::clippedSlice(*bounds, array.fullLengthOfActiveDimension());
+    return quarna::withElementForm<T>(array.isComplex(), [&]<class Element>(std::type_identity<Element>) {
+        return array.nextIntegerIsFinal()
+                   ? array.setIndividualElementsFromFlatSeqOfMultipleIntegerIndices<Element>(item, value)
+                   : array.setMultipleElementsFromNonFinalSliceIndex<Element>(item, value);
+    });
+}
+
+}  // namespace
+
+QCppPyArray* quarna::requireArray(PyObject* object)
+{
+    QCppPyArray* const array = object != nullptr ? getQCPyArrayFromPyObject(object)->array : nullptr;
+    if (array == nullptr) {
+        setError(PyExc_RuntimeError, notInitializedText);
+    }
+    return array;
+}
+
+Py_ssize_t QCPyArray_NumElemsInFirstDim(PyObject* self)
+{
+    QCppPyArray const* const array = quarna::requireArray(self);
+    return array != nullptr ? array->getLengthOfActiveDimension() : -1;
+}
+
+template <class T>
+PyObject* QCPyArray_GetItem(PyObject* self, Py_ssize_t index)
+{
+    QCppPyArray const* const array = quarna::requireArray(self);
+    long const length = array != nullptr ? array->getLengthOfActiveDimension() : -1;
+    if (length < 0) {
+        return nullptr;
+    }
+    IntegerIndexItem item{index};
+    if (!item.normalizeAgainstLength(length)) {
+        quarna::setIndexError(index);
+        return nullptr;
+    }
+    if (!array->convertSliceAndIntegerToInteger(item)) {
+        return nullptr;
+    }
+    if (!array->nextIntegerIsFinal()) {
+        return quarna::newArrayObject(*array, item);
+    }
+    return quarna::withElementForm<T>(array->isComplex(), [&]<class Element>(std::type_identity<Element>) {
+        return array->getNumericPyObject<Element>(item.m_index);
+    });
+}
+
+template <class T>
+PyObject* QCPyArray_GetViaIndex(PyObject* self, PyObject* index)
+{
+    if (auto const integer = getIntegerIndexFromIndexObject(index)) {
+        return isPending(integer) ? nullptr : QCPyArray_GetItem<T>(self, *integer);
+    }
+    QCppPyArray const* const array = quarna::requireArray(self);
+    if (array == nullptr) {
+        return nullptr;
+    }
+    if (!isSlice(index)) {
+        setError(PyExc_RuntimeError, noIndexText);
+        return nullptr;
+    }
+    if (!array->requireUsable()) {
+        return nullptr;
+    }
+    auto const bounds = quarna::unpackSlice(index);
+    // The bounds of a slice can run Python code, so the length is taken afterwards.
+    long const length = bounds ? array->getLengthOfActiveDimension() : -1;
+    if (length < 0) {
+        return nullptr;
+    }
+    SliceIndexItem item = quarna::clippedSlice(*bounds, length);
+    return array->convertSliceAndSliceToSlice(item) ? quarna::newArrayObject(*array, item) : nullptr;
+}
+
+template <class T>
+int QCPyArray_SetViaIndex(PyObject* self, PyObject* index, PyObject* value)
+{
+    QCppPyArray* const array = quarna::requireArray(self);
+    if (array == nullptr) {
+        return -1;
+    }
+    if (value == nullptr) {
+        setError(PyExc_TypeError, "array elements cannot be deleted.");
+        return -1;
+    }
+    if (!array->requireUsable()) {
+        return -1;
+    }
+    if (auto const integer = getIntegerIndexFromIndexObject(index)) {
+        if (isPending(integer)) {
+            return -1;
+        }
+        return quarna::withElementForm<T>(array->isComplex(), [&]<class Element>(std::type_identity<Element>) {
+            return array->setItemsFromFinalOrNonFinalIntegerIndex<Element>(
+                *integer, array->fullLengthOfActiveDimension(), value);
+        });
+    }
+    if (!isSlice(index)) {
+        setError(PyExc_RuntimeError, noIndexText);
+        return -1;
+    }
+    return assignSlice<T>(*array, index, value);
+}
+
+#define QUARNA_CLASS(suffix, attribute, element, code)                              \
+    template PyObject* QCPyArray_GetItem<element>(PyObject*, Py_ssize_t);           \
+    template PyObject* QCPyArray_GetViaIndex<element>(PyObject*, PyObject*);        \
+    template int QCPyArray_SetViaIndex<element>(PyObject*, PyObject*, PyObject*);
+#include "vocabulary/class_table.def"

@@ -1,0 +1,186 @@
+// Handles on arrays: conversion, copy-on-write, release, and what the library's refusals turn into.
+#include "data/array_factory.h"
+#include "data/operation.h"
+#include "support/elements.h"
+#include "support/scripted_data_array.h"
+
+#include <functional>
+
+namespace quarna::data {
+namespace {
+
+template <class Work>
+std::string messageOf(Work work)
+{
+    try {
+        work();
+    } catch (Exception const& exception) {
+        EXPECT_STREQ(dynamic_cast<std::exception const&>(exception).what(), exception.what());
+        return exception.what();
+    }
+    return "nothing thrown";
+}
+
+template <class T>
+class TypedArrays : public testing::Test {};
+TYPED_TEST_SUITE(TypedArrays, ElementTypes);
+
+TYPED_TEST(TypedArrays, AWriteReachesNoOtherHolder)
+{
+    auto array = filledArray<TypeParam>({2, 3});
+    EXPECT_EQ(array.getType(), arrayTypeOf<TypeParam>);
+    EXPECT_EQ(array.getDimensions(), (std::vector<std::size_t>{2, 3}));
+    auto const before = elementsOf(array);
+    ASSERT_EQ(before.size(), 6U);
+    EXPECT_EQ(before[4], elementValue<TypeParam>(4));
+
+    auto const* own = array.handle();
+    *(array.begin() + 0) = before[1];
+    EXPECT_EQ(array.handle(), own) << "a sole holder writes in place";
+    TypedArray<TypeParam> other = array;
+    auto const shared = elementsOf(other);
+    *(other.begin() + 5) = before[0];
+    EXPECT_EQ(array.handle(), own);
+    EXPECT_NE(other.handle(), own);
+    EXPECT_EQ(elementsOf(array), shared);
+    EXPECT_EQ(elementsOf(other)[5], before[0]);
+    *writableElementsOf<TypeParam>(array) = before[0];
+    EXPECT_EQ(array.handle(), own) << "the write above left both with one holder";
+}
+
+TYPED_TEST(TypedArrays, ReleaseCopiesForManyAndHandsOverForOne)
+{
+    auto array = filledArray<TypeParam>({4});
+    auto const elements = elementsOf(array);
+    TypedArray<TypeParam> other = array;
+    auto const copy = other.release();
+    EXPECT_EQ(elementsOf(array), elements);
+    EXPECT_NE(copy.get(), array.elements());
+    other = filledArray<TypeParam>({0});
+    auto const* storage = array.elements();
+    auto const released = array.release();
+    EXPECT_EQ(released.get(), storage);
+    EXPECT_TRUE(std::equal(elements.begin(), elements.end(), released.get()));
+}
+
+TYPED_TEST(TypedArrays, AWrongConversionLeavesItsSourceUsable)
+{
+    using Wrong = std::conditional_t<std::is_same_v<TypeParam, float>, double, float>;
+    Array source = filledArray<TypeParam>({2});
+    char const text[] = "Can't convert the Array to this TypedArray";
+    EXPECT_EQ(messageOf([&] { TypedArray<Wrong> wrong(source); }), text);
+    EXPECT_EQ(messageOf([&] { TypedArray<Wrong> wrong(std::move(source)); }), text);
+    EXPECT_EQ(messageOf([&] { writableElementsOf<Wrong>(source); }), text);
+    EXPECT_EQ(elementsOf(TypedArray<TypeParam>(source))[1], elementValue<TypeParam>(1));
+}
+
+TYPED_TEST(TypedArrays, ScalarsAndEmptyArrays)
+{
+    ArrayFactory factory;
+    EXPECT_TRUE(elementsOf(filledArray<TypeParam>({0, 3})).empty());
+    if constexpr (Complex<TypeParam>) {
+        auto array = factory.createArray<TypeParam>({1, 1});
+        TypedArray<TypeParam> const before = array;
+        detail::setElement(array[0].get(), elementValue<TypeParam>(7),
+                           static_cast<int>(arrayTypeOf<TypeParam>));
+        EXPECT_EQ(elementsOf(array), std::vector{elementValue<TypeParam>(7)});
+        EXPECT_EQ(elementsOf(before), std::vector{TypeParam()});
+        EXPECT_EQ(messageOf([&] { array[1]; }), "Array index is invalid.");
+    } else {
+        auto const array = factory.createScalar<TypeParam>(elementValue<TypeParam>(7));
+        EXPECT_EQ(array.getDimensions(), (std::vector<std::size_t>{1, 1}));
+        EXPECT_EQ(elementsOf(array), std::vector<TypeParam>{elementValue<TypeParam>(7)});
+    }
+}
+
+template <ExceptionType type>
+void expectException(int code, char const* message)
+{
+    EXPECT_THROW(detail::throwIfError(code, "the text"), detail::DataException<type>) << code;
+    EXPECT_EQ(messageOf([&] { detail::throwIfError(code, "the text"); }), message);
+}
+
+TEST(ErrorCodes, BecomeTheirExceptions)
+{
+    detail::throwIfError(0, "the text");
+    expectException<ExceptionType{1}>(1, "Array index is invalid.");
+    expectException<ExceptionType{8}>(8, "Data type mismatch.");
+    expectException<ExceptionType{19}>(19, "Not enough memory available to support the request.");
+    expectException<ExceptionType{24}>(24, "Memory layout mismatch.");
+    expectException<ExceptionType{26}>(26, "Number of elements exceeds max.");
+    expectException<ExceptionType{28}>(28, "the text");
+    expectException<ExceptionType{29}>(29, "the text");
+    for (int const code : {4, 11, 12, 15, 17, 20, 22, -1, 30, 1 << 30}) {
+        expectException<ExceptionType::SystemError>(code, "System Error.");
+    }
+}
+
+TEST(Refusals, OfTheLibraryAreThrownAndLeakNothing)
+{
+    auto real = filledArray<double>({2});
+    auto complex = filledArray<std::complex<float>>({2});
+    Array const holders[] = {real, complex};
+    ArrayFactory factory;
+    auto const has = [](int number) { return get_function_ptr(number) != nullptr; };
+    struct {
+        int operation;
+        std::function<void()> work;
+    } const rows[]{
+        {14, [] { ArrayFactory(); }},
+        {13, [&] { factory.createBuffer<double>(2); }},
+        {has(110) ? 110 : 11, [&] { filledArray<double>({2}); }},
+        {3, [&] { factory.createScalar(2.0); }},
+        {1, [&] { factory.createArray<double>({2}); }},
+        {51, [&] { real.dimensions(); }},
+        {53, [&] { TypedArray<double>{holders[0]}; }},
+        {59, [&] { TypedArray<double>{holders[0]}; }},
+        {60, [&] { real.release(); }},
+        {55, [&] { real.writableElements(); }},
+        {has(114) ? 114 : 57, [&] { real.elements(); }},
+        {71, [&] { real.elements(); }},
+        {has(113) ? 113 : 72, [&] { complex.elements(); }},
+        {has(113) ? 113 : 94, [&] { complex.elements(); }},
+        {56, [&] { complex[0]; }},
+    };
+    for (auto const& [operation, work] : rows) {
+        SCOPED_TRACE(operation);
+        scripted_fail(operation, 19, 0);
+        EXPECT_EQ(messageOf(work), "Not enough memory available to support the request.");
+        scripted_fail(operation, 0, 0);
+        EXPECT_EQ(elementsOf(real), elementsOf(filledArray<double>({2})));
+        EXPECT_EQ(elementsOf(complex), elementsOf(filledArray<std::complex<float>>({2})));
+    }
+}
+
+TEST(Optional, RowMajorBuffersNeedTheNewerOperation)
+{
+    ArrayFactory factory;
+    auto const build = [&] {
+        factory.createArrayFromBuffer<double>({2}, filledBuffer<double>(factory, 2), MemoryLayout::ROW_MAJOR);
+    };
+    EXPECT_EQ(messageOf(build),
+              get_function_ptr(110) != nullptr ? "nothing thrown" : "Row-major buffers require QR3s");
+}
+
+TEST(Missing, OperationsNameTheirRelease)
+{
+    std::pair<int, char const*> const rows[]{{0, "QR1"},      {108, "QR1"},       {109, "QR2"},
+                                             {117, "QR3"},    {118, "QR4"},       {122, "QR4"},
+                                             {123, "FUTURE"}, {1 << 30, "FUTURE"}};
+    for (auto const& [number, release] : rows) {
+        EXPECT_EQ(messageOf([id = number] { detail::resolveFunction<void (*)()>(detail::FunctionType{id}); }),
+                  std::string("This feature requires ") + release);
+    }
+}
+
+// Only in a process of its own, whose library was told to leave out 11 and 110.
+TEST(Missing, ARequiredOperationLeaksNothing)
+{
+    if (get_function_ptr(11) != nullptr) {
+        GTEST_SKIP();
+    }
+    EXPECT_EQ(messageOf([] { filledArray<double>({2}); }), "This feature requires QR1");
+}
+
+}  // namespace
+}  // namespace quarna::data

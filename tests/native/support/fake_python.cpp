@@ -1,0 +1,35 @@
+// The symbols of Python that the layers below the module are linked with; only setting an error is ever reached.
+#include "vocabulary/python.h"
+
+extern "C" {
+
+PyObject* PyExc_IndexError = nullptr;
+PyObject* PyExc_RuntimeError = nullptr;
+
+void PyErr_SetString(PyObject*, const char*) {}
+
+PyObject* PyBool_FromLong(long)
+{
+    return nullptr;
+}
+
+PyObject* PyComplex_FromDoubles(double, double)
+{
+    return nullptr;
+}
+
+PyObject* PyFloat_FromDouble(double)
+{
+    return nullptr;
+}
+
+PyObject* PyLong_FromLong(long)
+{
+    return nullptr;
+}
+
+PyObject* PyLong_FromUnsignedLong(unsigned long)
+{
+    return nullptr;
+}
+}

@@ -1,0 +1,154 @@
+// A libQuarnaDataArray.so for tests: the real operations, counted, and on request missing or failing.
+// QUARNA_SCRIPT_OMIT in the environment names operations that it does not have, as in "110,113".
+#include "scripted_data_array.h"
+
+#include "function_table.h"
+#include "quarna_data_array/c_abi.h"
+
+#include <cstdlib>
+#include <map>
+#include <string>
+#include <type_traits>
+
+namespace {
+
+struct Script {
+    long calls = 0;
+    int code = 0;
+    int good_calls_left = 0;
+
+    bool refuses()
+    {
+        ++calls;
+        return code != 0 && good_calls_left-- <= 0;
+    }
+};
+
+long live = 0;
+std::map<int, Script>& scripts =
+    *new std::map<int, Script>;  // never destroyed: calls come until the very end
+quarna_deleter real_deleter = nullptr;
+
+void delete_counted(void* block)
+{
+    --live;
+    real_deleter(block);
+}
+
+// After a call that went well: counts what it put into its out-arguments. A block is counted by its deleter.
+template <class Argument>
+void count_made(Argument)
+{}
+
+template <class Made>
+void count_made(Made** made)
+{
+    if constexpr (std::is_class_v<Made>) {
+        live += made != nullptr && *made != nullptr;
+    }
+}
+
+void count_made(quarna_deleter* deleter)
+{
+    if (deleter != nullptr && *deleter != nullptr && *deleter != &delete_counted) {
+        real_deleter = *deleter;
+        *deleter = &delete_counted;
+        ++live;
+    }
+}
+
+template <int number, class Operation>
+struct Scripted;
+
+template <int number, class Result, class... Arguments>
+struct Scripted<number, Result (*)(Arguments...)> {
+    static inline Result (*real)(Arguments...) = nullptr;
+
+    static Result call(Arguments... arguments)
+    {
+        Script& script = scripts[number];
+        bool const refused = script.refuses();
+        if constexpr (std::is_void_v<Result>) {
+            live -= (... && (arguments != nullptr));
+            real(arguments...);
+        } else if (refused) {
+            return refuse(script.code, arguments...);
+        } else {
+            Result result = real(arguments...);
+            (count_made(arguments), ...);
+            count_made(&result);
+            return result;
+        }
+    }
+
+    // Without its first argument the real operation does all that a failed one does: it frees the block that it
+    // was given and nulls its out-arguments.
+    template <class First, class... Rest>
+    static Result refuse(int code, First, Rest... rest)
+    {
+        [[maybe_unused]] Result const result = real(First(), rest...);
+        if constexpr (std::is_same_v<Result, int>) {
+            return code;
+        } else {
+            return result;
+        }
+    }
+
+    static Result refuse(int) { return Result(); }
+};
+
+template <int number, class Operation>
+void* scripted(void* real)
+{
+    Scripted<number, Operation>::real = reinterpret_cast<Operation>(real);
+    return reinterpret_cast<void*>(&Scripted<number, Operation>::call);
+}
+
+bool is_omitted(int number)
+{
+    const char* const list = std::getenv("QUARNA_SCRIPT_OMIT");
+    std::string const omitted = list != nullptr ? std::string(",") + list + "," : "";
+    return omitted.find("," + std::to_string(number) + ",") != std::string::npos;
+}
+
+}  // namespace
+
+extern "C" {
+
+void* get_function_ptr(int id)
+{
+    void* real = quarna::library::findOperation(id);
+    if (real == nullptr || is_omitted(id)) {
+        return nullptr;
+    }
+    switch (id) {
+#define QUARNA_OPERATION(number, name, presence, result, arguments) \
+    case number:                                                    \
+        return scripted<number, quarna_##name##_function>(real);
+#include "quarna_data_array/operations.def"
+    default:
+        return nullptr;
+    }
+}
+
+long scripted_live_objects()
+{
+    return live;
+}
+
+long scripted_calls(int number)
+{
+    return scripts[number].calls;
+}
+
+void scripted_fail(int number, int code, int after)
+{
+    scripts[number].code = code;
+    scripts[number].good_calls_left = after;
+}
+
+void scripted_reset()
+{
+    scripts.clear();
+}
+}

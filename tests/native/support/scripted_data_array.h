@@ -1,0 +1,18 @@
+// The controls of the scripted library: counts, and failures on request. Numbers are those of operations.def.
+#pragma once
+
+extern "C" {
+
+/// Arrays, factories, iterators, references and handed-out blocks that nobody has freed yet.
+long scripted_live_objects();
+
+/// How often the operation was called since the last reset, refused calls included.
+long scripted_calls(int number);
+
+/// Lets `after` more calls of the operation pass; each later one answers `code`, or null where it returns
+/// no code, with its out-arguments null. Code 0 ends it. Operations that free are never refused.
+void scripted_fail(int number, int code, int after);
+
+/// Calls are 0 and no operation fails. What QUARNA_SCRIPT_OMIT left out at the start stays out.
+void scripted_reset();
+}

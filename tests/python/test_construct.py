@@ -1,0 +1,91 @@
+"""Building arrays: what each form of the call makes, and what it refuses."""
+
+import array
+
+import pytest
+
+from helpers import NAMES, agrees, codes, compare, outcome, refuses
+from model import ROWS
+
+
+@pytest.mark.parametrize("code", codes("""
+double() | double(None) | double(is_complex=True) | int8(size=(2, 2)) | single(size=[1, 2], is_complex=True) | logical(size=(2,))
+int8(size=(2, 1, 1, 1)) | int8(size=(1, 1, 1)) | int8(size=(1, 1, 2)) | int8(size=(True, 2)) | int8(size=(0, 3)) | int8(size=(2, 0))
+int8(size=(2, 0, 1)) | int8(None, range(1, 3)) | double(5) | int8(True) | double([5]) | double([]) | double([[]]) | double([[], []])
+double([1, 2]) | double([[1], [2]]) | double(((1, 2), [3, 4])) | double([[[1, 2], [3, 4]]]) | double([[[1], [2]]]) | double([[[[1]]]])
+double([[[], []], [[], []]]) | double([1 + 2j, 3], is_complex=True) | logical([[1, 0], [0, 2.5]], is_complex=False)
+int16(b'ab') | int16([bytearray(b'ab'), b'cd']) | int16(range(3)) | double(int8([[1, 2], [3, 4]])) | double(int8([[1, 2], [3, 4]])[1])
+double(int8([[1, 2], [3, 4]])[::-1]) | int8([logical([True]), uint8([7])]) | int8([single([1])]) | int8(double([1j], is_complex=True))
+double([1, 3, 2, 4], size=(2, 2)) | double(range(8), (2, 2, 2)) | double([[1, 2], [3, 4]], size=(2, 2, 1)) | double([[1, 2]], size=None)
+double([1, 2], size=(2,)) | int8([1, 2], size=(2, 1)) | double(5, size=(1, 1)) | double([5], size=(1,)) | double([], size=(0, 3))
+double([[], []], size=(0, 5)) | double([1, 2, 3, 4], size=(2, 3)) | double([1, 2, 3], size=(4,)) | double(5, size=(2, 2))
+double([], size=(2, 2)) | double([[1, 2]], size=(2, 2)) | double([[1, 2, 3], [4, 5, 6]], size=(3, 2, 1)) | double([[1], [2]], size=(2,))
+double(['ab', 'cd']) | double([[1], ['a']]) | double(['a', 1]) | double([[1, 2], [3]]) | double([[1, 2], 3]) | double([1, [2]])
+double([[[1, 2], [3, 4]], [[5, 6, 7], [8, 9, 10]]]) | double([[[1]], [2]]) | double([[[1]], [2j]]) | double([[[], []], [[1], [2]]])
+double([[[1], [2]], [[], []]]) | double([[[]], [[1]]]) | logical(5, is_complex=True) | int8([1, 2.5]) | uint8([[1], [-1]])
+"""))
+def test_builds_and_refuses_as_the_model(code):
+    compare(["a = " + code])
+
+
+@pytest.mark.parametrize("code, same", [
+    ("double(None, None, None)", "double()"),
+    ("double(vector=[1, 2])", "double([1, 2])"),
+    ("double(vector=[])", "double([[]])"),
+    ("double(None, (2, 2), [1, 3, 2, 4])", "double([[1, 2], [3, 4]])"),
+    ("double(vector=[7], size=(1, 1, 1))", "double([7])"),
+    ("double(vector=[], size=(3, 0))", "double([[], [], []])"),
+    ("int8(vector=b'ab', size=(2, 1))", "int8([[97], [98]])"),
+    ("int8(vector=[1j], is_complex=True)", "int8([1j], is_complex=True)"),
+    ("logical(vector=[2.5, 0j])", "logical([True, False])"),
+    ("int16(memoryview(b'ab'))", "int16([97, 98])"),
+    ("int16(array('i', [-1, 1]))", "int16([-1, 1])"),
+    ("double({})", "double()"),
+    ("double({'size': (1, 2)})", "double([0, 0])"),
+    ("double({}, [1, 2])", "double([1, 2])"),
+    ("double({'is_complex': True}, [[1, 2]])", "double([1, 2], is_complex=True)"),
+    ("double({'vector': [1, 3, 2, 4]}, None, (2, 2))", "double([[1, 2], [3, 4]])"),
+    ("double(type('D', (dict,), {})(size=(1, 1)))", "double([0])"),
+])
+def test_other_roads_to_the_same_array(code, same):
+    names = dict(NAMES, array=array.array)
+    assert outcome(code, names) == outcome(same, names)
+    agrees(eval(code, names))
+
+
+REFUSALS = [
+    (TypeError, None, "double(1, None, None, False, 5) | double([1], initializer=[1]) | double([1], shape=(1,))"),
+    (TypeError, "value passed to 'is_complex' must be a bool.", "double([1], is_complex=1) | double([1], is_complex=None)"),
+    (TypeError, "logical arrays must not be complex.", "logical('x', is_complex=True)"),
+    (TypeError, "initializer and 'vector' must not both be specified.", "double([1], vector=[2], size=5)"),
+    (TypeError, "more than two positional arguments must not be specified. A third will be treated as 'vector', "
+     "which must not be specified when an initializer is specified.", "double([1], None, [2]) | double([1], 5, [2], is_complex=True)"),
+    (TypeError, "value of 'size' must be a sequence.", "double('x', size=5) | double(size={2, 3})"),
+    (ValueError, "sequence passed to 'size' must not be empty.", "double(size=()) | double(vector='ab', size=())"),
+    (TypeError, "dimensions must be nonnegative integers.", "double(size='ab') | double(size=(2.0, -3))"),
+    (ValueError, "size cannot contain negative dimensions. Use nonnegative integers for dimensions.",
+     "double(size=(-1, 2.0)) | double(size=(2 ** 70, 1))"),
+    (ValueError, "value passed to initializer must be numeric.", "double('abc') | double([[1], ['a']])"),
+    (TypeError, "value must not be 'None'.", "double([[[1]], [None]])"),
+    (TypeError, "type does not match.", "double({1, 2}) | double(x for x in [1]) | double([{}]) | double({}, size=(2, 3))"),
+    (ValueError, "value of 'vector' must be a sequence.", "double(vector=5)"),
+    (ValueError, "value passed to 'vector' must be numeric.", "double(vector='ab')"),
+    (TypeError, "value of 'vector' must be an unnested sequence.", "double(vector=[[1]]) | double(vector=['a'])"),
+    (ValueError, "value must not be 'None'.", "double(vector=[None])"),
+    (NAMES["ShapeError"], "dimensions of initializer (3) do not match dimensions specified by 'size' (2, 2).",
+     "double(vector=[1, 2, 3], size=(2, 2))"),
+]
+
+
+@pytest.mark.parametrize("kind, text, code", [(kind, text, code) for kind, text, table in REFUSALS for code in codes(table)])
+def test_refusals(kind, text, code):
+    refuses(code, kind, text)
+
+
+@pytest.mark.parametrize("name, size", [(row.name, row.bytes) for row in ROWS])
+def test_every_class_and_its_complex_form(name, size):
+    compare(["a = %s([[1, 0, 1], [0, 1, 1]])" % name, "b = %s([[1, 2j], [3, 4 + 5j]], is_complex=True)" % name,
+             "c = a[1]", "a[0] = [1, 1, 0]", "a[1][0] = 1", "a[0:] = a[::-1]", "b[1] = [5 + 6j, 7]", "b[0][1] = 1j"])
+    assert NAMES[name]([1]).itemsize == size and NAMES[name]([1])._is_complex is False
+    if name != "logical":
+        assert NAMES[name]([1], is_complex=True).itemsize == 2 * size and NAMES[name](is_complex=True)._is_complex is True

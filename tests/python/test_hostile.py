@@ -1,0 +1,148 @@
+"""Input that lies, breaks off, changes under the walk, has no end or no size that fits: an error and nothing worse."""
+
+import copy
+import itertools
+import os
+import pickle
+
+import pytest
+
+from helpers import NAMES, refuses
+
+SIZE_ITEM = "Item %s could not be retrieved from the value associated with the 'size' keyword."
+NO_MEMORY = "unable to allocate memory for array with number of elements = %d; type = %s"
+
+
+class Sequence:
+    """A sequence that does as it is told: length() and item(i) are called for each question."""
+
+    def __init__(self, length, item=lambda i: 1):
+        self.length, self.item = length, item
+
+    def __len__(self):
+        return self.length() if callable(self.length) else self.length
+
+    def __getitem__(self, i):
+        return self.item(i)
+
+
+def hole(at, then=IndexError):
+    """An item function that breaks off."""
+    def item(i):
+        if i >= at:
+            raise then
+        return 1
+    return item
+
+
+def broken():
+    raise KeyError("no length")
+
+
+@pytest.mark.parametrize("length, item, kind, gone", [
+    (3, hole(2), IndexError, 2),
+    (3, hole(0), IndexError, 0),
+    (3, hole(1, ZeroDivisionError), ZeroDivisionError, 1),
+    (3, hole(1, KeyboardInterrupt), KeyboardInterrupt, 1),
+    (broken, None, KeyError, None),
+    (-1, None, ValueError, None),
+    (2 ** 64, None, OverflowError, None),
+    (None, None, TypeError, None),
+])
+def test_sequences_that_break_off(length, item, kind, gone):
+    names = dict(s=Sequence(length, item), a=NAMES["int8"]([[1, 1, 1], [2, 2, 2]]))
+    for code in ("int8(s)", "int8([s, s])", "int8(s, size=(1, 3))", "a[0] = s", "a[1:] = s", "a[0][:] = s"):
+        refuses(code, kind, **names)
+    for code, text in (("vector", "item %s could not be retrieved."), ("size", SIZE_ITEM)):
+        if gone is None:
+            refuses("int8(%s=s)" % code, kind, **names)
+        else:
+            refuses("int8(%s=s)" % code, RuntimeError, text % gone, **names)
+    assert str(names["a"]) == "[[1,1,1],[2,2,2]]"
+
+
+def test_sequences_that_change_while_they_are_walked():
+    double = NAMES["double"]
+    for lengths, nest in itertools.product(itertools.product(range(3), repeat=4), ("[s, s]", "[[s], [s]]", "s", "[[1], s]")):
+        changes = list(lengths)
+        liar = Sequence(lambda: changes.pop() if len(changes) > 1 else changes[0])
+        try:
+            made = double(eval(nest, {"s": liar}))
+        except ValueError:
+            continue
+        assert str(double(eval(str(made)), size=made.size)) == str(made)
+    for position, act in itertools.product(range(3), ("clear()", "append([3])", "reverse()", "pop()")):
+        items = [[1], [2], [3]]
+        items[position] = Sequence(lambda: eval("items." + act, {"items": items}) and None or 1)
+        try:
+            double(items)
+        except (ValueError, IndexError):
+            pass
+
+
+def test_nests_without_an_end():
+    itself = []
+    itself.append(itself)
+    deep, tower = 1, ()
+    for _ in range(100000):
+        deep, tower = [deep], (tower,)
+    target = NAMES["double"]([[1, 2]])
+    for nest in (itself, [itself, itself], deep, tower, Sequence(1, lambda i: Sequence(1, lambda j: itself))):
+        for code in ("double(s)", "logical(s, size=(1, 1))", "a[0] = s", "a[0:] = s", "a[0][0:1] = s"):
+            refuses(code, RecursionError, s=nest, a=target)
+    refuses("double(vector=s)", TypeError, "value of 'vector' must be an unnested sequence.", s=deep)
+    assert str(target) == "[[1.0,2.0]]"
+
+
+def test_sizes_that_fit_nowhere():
+    for size, count, name in (((2 ** 62,), 2 ** 62, "int16"), ((2 ** 32, 2 ** 32), 2 ** 64 - 1, "uint16"),
+                              ((2 ** 62,) * 3, 2 ** 64 - 1, "logical")):
+        refuses("cls(size=size)", MemoryError, NO_MEMORY % (count, name), cls=NAMES[name], size=size)
+    refuses("double(vector=s)", MemoryError, s=Sequence(2 ** 61))
+    for size in ((0, 2 ** 62, 2 ** 62), (2 ** 62, 2 ** 62, 0), (2 ** 62, 0, 2 ** 62)):
+        try:
+            empty = NAMES["double"](size=size)
+        except MemoryError:
+            continue
+        assert empty.size == size and memoryview(empty).nbytes == 0
+        if size[0]:
+            assert empty[2 ** 62 - 1].size == size[1:]
+            refuses("str(a)", MemoryError, a=empty)
+        else:
+            assert str(empty) == "[]" and list(empty) == []
+
+
+def test_ten_thousand_dimensions():
+    lengths = (1,) * 9999 + (2,)
+    array = NAMES["int16"]([3, 4], size=lengths)
+    assert array.size == lengths
+    part = array
+    for _ in range(9999):
+        part = part[0]
+    assert str(part) == "[3,4]" and part[1] == 4 and part.clone().size == part.size == (2,)
+    assert array.reshape(*reversed(lengths)).size == (2, 1) and array.reshape(lengths).size == lengths
+    array[0:1] = [5, 6]
+    for action in (str, repr, copy.copy, pickle.dumps, NAMES["double"], memoryview, lambda a: a == a, lambda a: a.clone(),
+                   lambda a: a.toarray(), lambda a: next(iter(a)), lambda a: a.__setitem__(0, a[0])):
+        try:
+            action(array)
+        except RecursionError:
+            pass
+        except (RuntimeError, ValueError) as refusal:
+            assert "number of dimensions" in str(refusal) or "toarray() can be called only" in str(refusal)
+    assert array.reshape(1, 2)[0][1] == 6
+
+
+def test_a_hundred_million_elements():
+    array = NAMES["int8"](size=(10 ** 8, 1))
+    array[-1][0] = 5
+    assert array[10 ** 8 - 1][0] == 5 and memoryview(array).nbytes == 10 ** 8 and array[10 ** 8 - 2:].size == (2, 1)
+
+
+@pytest.mark.skipif(os.sysconf("SC_PAGE_SIZE") * os.sysconf("SC_AVPHYS_PAGES") < 2 ** 34, reason="takes 9 GB")
+def test_more_bytes_than_32_bits_count():
+    half = 2 ** 31 + 5
+    array = NAMES["uint8"](size=(2, half))
+    array[1][-1] = 200
+    assert array.buffer_info()[1] == 2 * half == memoryview(array).nbytes
+    assert array[1][half - 1] == 200 and list(array[1][2 ** 31:]) == [0, 0, 0, 0, 200] and array[0][half - 1] == 0

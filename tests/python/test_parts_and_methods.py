@@ -1,0 +1,100 @@
+"""Attributes and methods: of whole arrays, of parts, of complex arrays."""
+
+import array
+
+import pytest
+
+from helpers import NAMES, agrees, codes, compare, handle_contents, handle_of_array, refuses
+from model import ROWS
+
+SETUP = ["a = int16([[[1, 2, 3, 4], [5, 6, 7, 8], [9, 10, 11, 12]]] * 2)", "v = int16(range(10))", "e = int16(size=(2, 0))"]
+ONE_DIMENSION = "toarray() can be called only on a one-dimensional sequence."
+NOT_COMPLEX = "real() and imag() can be called only on a complex array."
+IS_COMPLEX = "noncomplex() must not be called on a complex array."
+
+
+@pytest.mark.parametrize("row", ROWS, ids=lambda row: row.name)
+def test_parts_of_complex_arrays(row):
+    cls = NAMES[row.name]
+    whole = cls([[1, 2, 3], [4, 5, 0]])
+    assert list(whole.noncomplex()) == list(whole[1:]._data) == [whole[i][j] for j in range(3) for i in range(2)]
+    for code in codes("a.real() | a.imag() | a[0].real() | a._real | a._imag"):
+        refuses(code, ValueError, NOT_COMPLEX, a=whole)
+    if row.name == "logical":
+        return
+    pairs = cls([[1 + 2j, 3], [5j, 7 + 8j]], is_complex=True)
+    for source in (pairs, pairs[1], pairs[::-1]):
+        for part, numbers in ((source.real(), [1, 0, 3, 7]), (source._imag, [2, 5, 0, 8])):
+            assert type(part) is cls and part._is_complex is False and part.itemsize == row.bytes
+            assert part.size == (4,) and list(part) == numbers and memoryview(part).shape == (1, 4)
+            part[0] = 9
+            assert part[0] == 9 and pairs[0][0] == 1 + 2j
+        for code in ("a.noncomplex()", "a._data"):
+            refuses(code, ValueError, IS_COMPLEX, a=source)
+    assert cls(is_complex=True).real().size == cls(is_complex=True)._imag.size == (0,)
+
+
+def test_64_bits_come_through_parts_and_not_through_complex_numbers():
+    exact = NAMES["int64"]([2 ** 53 + 1], is_complex=True)
+    assert exact.real()[0] == 2 ** 53 + 1 and exact.clone().real()[0] == 2 ** 53 and exact[0][0] == 2.0 ** 53
+    large = NAMES["uint64"]([2.0 ** 63], is_complex=True)
+    assert large.real()[0] == 2 ** 63 and large.clone() == large
+    for code in ("a.clone()", "give(a)", "uint64(a)", "uint64(*a.__reduce__()[1])"):
+        refuses(code, OverflowError, "Python int too large to convert to C long", a=large.real(), give=handle_of_array)
+
+
+@pytest.mark.parametrize("code", codes("""
+a | a[1] | a[1][2] | a[0:1] | a[::-1] | a[1][0:2] | a[1][2][1:3] | a[1][2][1:2] | a[2:2] | a[1][2:2] | a[1][2][2:2] | e | v[0][::-3]
+"""))
+def test_clones_and_wholes_of_parts(code):
+    compare(SETUP + ["p = " + code, "q = p.clone()", "a[1] = a[0][::-1]", "v[0] = range(1, 11)", "p = p.clone()", "r = %s.clone()" % code])
+    names = dict(NAMES)
+    exec("\n".join(SETUP), names)
+    part, whole = eval(code, names), names[code[0]]
+    assert part.buffer_info() == whole.buffer_info() and part.itemsize == 2
+    assert part.get_bytewise_strides() == whole.get_bytewise_strides() == memoryview(part).strides
+    assert part._size == part.size and part._is_complex is False
+    clone = part.clone()
+    assert clone.buffer_info()[0] != whole.buffer_info()[0]
+    agrees(clone)
+
+
+def test_the_first_that_asks_an_object_for_its_copy_decides_its_shape():
+    array = NAMES["int8"]([[1, 2], [3, 4]])
+    row, other = array[1], array[1]
+    assert handle_contents(handle_of_array(row), 1)[0] == (1, 2) == row.clone().size
+    assert other.clone().size == (2,) == handle_contents(handle_of_array(other), 1)[0]
+    assert row[0:2].clone().size == (2,)
+    assert array.clone().reshape(1, 4) and array.reshape(4, 1).clone().size == (2, 2)
+
+
+@pytest.mark.parametrize("code, result", [
+    ("double([[1, 2.5]])[0]", array.array("d", [1, 2.5])), ("single([1])[0]", array.array("f", [1])),
+    ("uint64([5, 6])[0][::-1]", array.array("L", [6, 5])), ("int64([[5], [6]]).noncomplex()", array.array("l", [5, 6])),
+    ("logical([True, False])[0]", array.array("B", [1, 0])), ("int8([1, 2])[0].clone()", array.array("b", [1, 2])),
+    ("uint8([1j, 2], is_complex=True).imag()", array.array("B", [1, 0])), ("int32()", array.array("i")),
+    ("uint32(size=(0, 3, 4))", array.array("I")), ("double(is_complex=True)", array.array("d")),
+    ("int8([1])", None), ("int8([[1], [2]])", None), ("int8([1, 2])[0:1]", None), ("int8([1j], is_complex=True)[0]", None),
+])
+def test_toarray(code, result):
+    if result is None:
+        refuses("(%s).toarray()" % code, RuntimeError, ONE_DIMENSION)
+    else:
+        made = eval(code, dict(NAMES)).toarray()
+        assert made == result and made.typecode == result.typecode
+
+
+@pytest.mark.parametrize("code, options, contents", [
+    ("int8([[1, 2], [3, 4]])", {}, [[1, 2], [3, 4]]), ("int8([[1, 2], [3, 4]])[1]", {}, [3, 4]),
+    ("int8([[1, 2], [3, 4]])[::-1]", {}, [[3, 4], [1, 2]]), ("int8([[1, 2], [3, 4]])[1][1:]", {}, [4]),
+    ("int8([1])[1:]", {}, []), ("int8(size=(2, 0))", {}, [[], []]), ("logical([True])", {}, [[True]]),
+    ("single([[1, 2j]], is_complex=True)", {"is_complex": True}, [[1 + 0j, 2j]]),
+])
+def test_reduce(code, options, contents):
+    made = eval(code, dict(NAMES))
+    assert repr(made.__reduce__()) == repr((type(made), (options, contents)))
+
+
+def test_methods_take_nothing():
+    for name in codes("buffer_info | get_bytewise_strides | clone | real | imag | noncomplex | toarray | tomemoryview | __reduce__"):
+        refuses("a.%s(1)" % name, TypeError, a=NAMES["double"]([1]))

@@ -1,0 +1,46 @@
+"""Copies through pickle, copy and other processes."""
+
+import copy
+import multiprocessing
+import pickle
+
+import pytest
+
+from helpers import CLASSES, NAMES, agrees, codes
+
+
+@pytest.mark.parametrize("code", codes("""
+double([[1, 2.5], [nan, -0.0]]) | single([0.1, inf]) | logical([[True], [False]]) | int8([[[1, 2]], [[3, 4]]])
+int64([2 ** 63 - 1, -2 ** 63]) | double([1j, complex(nan, 2)], is_complex=True) | int8([[1, 2], [3, 4]])[::-1]
+uint16([[1, 2], [3, 4]], is_complex=True) | int8([[1, 2], [3, 4]])[0:1]
+"""))
+def test_copies(code):
+    array = eval(code, dict(NAMES, nan=float("nan"), inf=float("inf")))
+    for way in [copy.copy, copy.deepcopy] + [
+            lambda it, protocol=protocol: pickle.loads(pickle.dumps(it, protocol))
+            for protocol in range(pickle.HIGHEST_PROTOCOL + 1)]:
+        made = way(array)
+        assert type(made) is type(array) and repr(made) == repr(array) and made.size == array.size
+        agrees(made)
+        made[0][0] = made[-1][-1]
+        assert repr(array) == repr(way(array))
+
+
+def test_a_part_comes_back_as_an_array_of_its_own():
+    array = NAMES["int8"]([[1, 2, 3], [4, 5, 6]])
+    for part, same in ((array[1], [4, 5, 6]), (array[1][::-2], [6, 4]), (array[2:], []),
+                       (NAMES["int8"](size=(2, 0, 5)), [[], []]), (NAMES["int8"](size=(0, 3)), [])):
+        made, same = copy.copy(part), NAMES["int8"](same)
+        assert made == same and made.size == same.size
+
+
+def test_a_pickle_holds_a_class_its_options_and_lists():
+    written = b"cquarna\nint8\n((d(l(lI1\naI2\naa(lI3\naI4\naatR."    # protocol 0, by hand
+    assert pickle.loads(written) == NAMES["int8"]([[1, 2], [3, 4]])
+
+
+@pytest.mark.parametrize("method", ["spawn", "fork"])
+def test_other_processes(method):
+    arrays = [cls([[1, 0], [0, 1], [1, 1]]) for cls in CLASSES] + [NAMES["double"]([[1j], [2]], is_complex=True)]
+    with multiprocessing.get_context(method).Pool(1) as pool:
+        assert pool.map(copy.deepcopy, arrays) == arrays

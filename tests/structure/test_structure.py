@@ -1,0 +1,54 @@
+"""What no compiler checks: who includes whom, and which symbols leave the shared objects."""
+
+import os
+import re
+import subprocess
+
+import pytest
+import quarnamultidimarrayforpython
+
+SOURCE = os.path.join(os.path.dirname(__file__), os.pardir, os.pardir, "src")
+ROOMS = [room for room in os.listdir(SOURCE) if os.path.isdir(os.path.join(SOURCE, room))]
+
+
+def read(*path):
+    with open(os.path.join(SOURCE, *path)) as file:
+        return file.read()
+
+
+def allowed(room):
+    """The rooms behind the CALLS of a room's CMakeLists.txt, and those behind them."""
+    calls = re.search(r"\bCALLS\b([^)]*)", read(room, "CMakeLists.txt"))
+    direct = [name for name in calls.group(1).split() if name in ROOMS] if calls else []
+    return {room}.union(*map(allowed, direct))
+
+
+@pytest.mark.parametrize("room", ROOMS)
+def test_includes_go_down(room):
+    for file in os.listdir(os.path.join(SOURCE, room)):
+        if file.endswith((".h", ".cpp")):
+            included = {path.split("/")[0] for path in re.findall(r'#include "(\w+/.*)"', read(room, file))}
+            assert included & set(ROOMS) <= allowed(room), file
+
+
+def test_only_data_sees_the_library():
+    for room in set(ROOMS) - {"data"}:
+        for file in os.listdir(os.path.join(SOURCE, room)):
+            assert "quarna_data_array/" not in read(room, file), file
+
+
+@pytest.mark.parametrize(
+    "pattern, exported",
+    [
+        (r"libQuarnaDataArray\.so", {"get_function_ptr"}),
+        (
+            r"quarnamultidimarrayforpython\.",
+            {"PyInit_quarnamultidimarrayforpython", "TypeObjectPointers", "TypeAsChar"},
+        ),
+    ],
+)
+def test_exported_symbols(pattern, exported):
+    folder = os.path.dirname(quarnamultidimarrayforpython.__file__)
+    (shared_object,) = [name for name in os.listdir(folder) if re.match(pattern, name)]
+    table = subprocess.check_output(["nm", "-D", "--defined-only", os.path.join(folder, shared_object)])
+    assert {line.split()[-1] for line in table.decode().splitlines()} == exported
