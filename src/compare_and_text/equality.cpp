@@ -66,16 +66,16 @@ template <class Left, class Right>
 bool elementsAreEqual(QCppPyArray const& left, StridedView const& leftView, QCppPyArray const& right,
                       StridedView const& rightView)
 {
-    auto const* const leftBlock = static_cast<unsigned char const*>(left.getQDAWrapper()->buf());
-    auto const* const rightBlock = static_cast<unsigned char const*>(right.getQDAWrapper()->buf());
+    void const* const leftBlock = left.getQDAWrapper()->buf();
+    void const* const rightBlock = right.getQDAWrapper()->buf();
     quarna::RunCursor leftRun(leftView, quarna::WalkOrder::Stored);
     quarna::RunCursor rightRun(rightView, quarna::WalkOrder::Stored);
     do {
         for (long i = 0; i < leftRun.run().length; ++i) {
             long const leftOffset = leftRun.offset() + i * leftRun.run().stride;
             long const rightOffset = rightRun.offset() + i * rightRun.run().stride;
-            if (!numbersAreEqual(quarna::loadElement<Left>(leftBlock + leftOffset * long{sizeof(Left)}),
-                                 quarna::loadElement<Right>(rightBlock + rightOffset * long{sizeof(Right)}))) {
+            if (!numbersAreEqual(quarna::loadElementAt<Left>(leftBlock, leftOffset),
+                                 quarna::loadElementAt<Right>(rightBlock, rightOffset))) {
                 return false;
             }
         }

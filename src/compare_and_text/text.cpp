@@ -62,10 +62,7 @@ void appendNumber(std::string& text, T number)
 template <class T>
 class NestedText {
 public:
-    NestedText(void const* block, const char* separator)
-        : m_block(static_cast<unsigned char const*>(block)), m_separator(separator)
-    {
-    }
+    NestedText(void const* block, const char* separator) : m_block(block), m_separator(separator) {}
 
     std::string write(StridedView const& view)
     {
@@ -121,13 +118,13 @@ private:
             if (i > 0) {
                 m_text += m_separator;
             }
-            appendNumber(m_text, quarna::loadElement<T>(m_block + offset * long{sizeof(T)}));
+            appendNumber(m_text, quarna::loadElementAt<T>(m_block, offset));
             offset += row.stride;
         }
         m_text += ']';
     }
 
-    unsigned char const* m_block;
+    void const* m_block;
     const char* m_separator;
     std::string m_text;
 };
@@ -144,7 +141,8 @@ std::optional<std::string> QCppPyArray::getStrAsStdString(bool asRepr, bool keep
     if (!asRepr) {
         return list;
     }
-    return std::string("quarna.") + quarna::className<T> + "(" + list + (m_isComplex ? ", is_complex=True)" : ")");
+    return std::string("quarna.") + quarna::className<T> + "(" + list +
+           (m_isComplex ? ", is_complex=True)" : ")");
 }
 
 #define QUARNA_ARRAY_TYPE(number, name, element) \

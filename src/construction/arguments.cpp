@@ -1,5 +1,4 @@
 // The forms of a constructor call: nothing, 'size', an initializer, both, or 'vector'.
-#include "construction/element_conversion.h"
 #include "construction/final_constructor_parser.h"
 #include "vocabulary/arithmetic.h"
 #include "vocabulary/errors.h"
@@ -31,8 +30,9 @@ std::optional<long> dimensionAt(PyObject* size, Py_ssize_t index)
 {
     Reference const item = Reference::steal(PySequence_GetItem(size, index));
     if (!item) {
-        quarna::setComposedError(PyExc_RuntimeError, "Item ", index,
-                                 " could not be retrieved from the value associated with the 'size' keyword.");
+        quarna::setComposedError(
+            PyExc_RuntimeError, "Item ", index,
+            " could not be retrieved from the value associated with the 'size' keyword.");
         return std::nullopt;
     }
     if (!pyObjectIsLong(item.get())) {
@@ -50,11 +50,12 @@ std::optional<long> dimensionAt(PyObject* size, Py_ssize_t index)
 
 bool refuseSecondSource(bool vectorIsKeyword)
 {
-    return refuse(PyExc_TypeError,
-                  vectorIsKeyword
-                      ? "initializer and 'vector' must not both be specified."
-                      : "more than two positional arguments must not be specified. A third will be treated as "
-                        "'vector', which must not be specified when an initializer is specified.");
+    return refuse(
+        PyExc_TypeError,
+        vectorIsKeyword
+            ? "initializer and 'vector' must not both be specified."
+            : "more than two positional arguments must not be specified. A third will be treated as "
+              "'vector', which must not be specified when an initializer is specified.");
 }
 
 }  // namespace
@@ -167,35 +168,38 @@ bool FinalConstructorParser<T>::processVectorKwarg(PyObject* vector)
     if (!specifiedAndCalculatedDimensionsMatch() || (!m_bufferReserved && !reserveBuffer(count))) {
         return false;
     }
+    // Whatever the kind of refusal, through 'vector' it is a ValueError.
+    m_refusalClass = PyExc_ValueError;
+    auto const elements = m_findElements(vector);
+    if (elements && elements->view.dimensions.size() == 1) {
+        return storeElements(*elements);
+    }
+    if (quarna::BufferElements const buffer(vector); buffer.source()) {
+        return storeElements(*buffer.source());
+    }
+    return takeVectorItems(vector, count);
+}
+
+template <class T>
+bool FinalConstructorParser<T>::takeVectorItems(PyObject* vector, Py_ssize_t count)
+{
     for (Py_ssize_t index = 0; index < count; ++index) {
         Reference const item = Reference::steal(PySequence_GetItem(vector, index));
         if (!item) {
             quarna::setComposedError(PyExc_RuntimeError, "item ", index, " could not be retrieved.");
             return false;
         }
-        if (!takeVectorItem(item.get())) {
+        if (PySequence_Check(item.get())) {
+            return refuse(PyExc_TypeError, "value of 'vector' must be an unnested sequence.");
+        }
+        if (!takeScalar(GetCValueFromPyObjFunctor<T>{}(item.get(), true))) {
             return false;
         }
     }
     return true;
 }
 
-template <class T>
-bool FinalConstructorParser<T>::takeVectorItem(PyObject* item)
-{
-    if (PySequence_Check(item)) {
-        return refuse(PyExc_TypeError, "value of 'vector' must be an unnested sequence.");
-    }
-    auto const result = GetCValueFromPyObjFunctor<T>{}(item, true);
-    if (!result.value) {
-        // Whatever the kind of refusal, through 'vector' it is a ValueError.
-        return refuse(PyExc_ValueError, result.message.c_str());
-    }
-    store(*result.value);
-    return true;
-}
-
-#define QUARNA_ARRAY_TYPE(number, name, element)                                             \
-    template std::optional<quarna::data::TypedArray<element>>                                \
+#define QUARNA_ARRAY_TYPE(number, name, element)              \
+    template std::optional<quarna::data::TypedArray<element>> \
     FinalConstructorParser<element>::makeTypedArray(quarna::ConstructorArguments const&);
 #include "data/array_types.def"

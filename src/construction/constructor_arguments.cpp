@@ -20,7 +20,8 @@ bool retrieveBoolKwarg(PyObject* value, const char* name, bool& ok)
 // A class that the pickle machinery calls receives no keywords, so its arguments bring them along as a dictionary.
 bool hasLeadingDictionary(PyObject* args, PyObject* kwds)
 {
-    return kwds == nullptr && args != nullptr && PyTuple_GET_SIZE(args) > 0 && PyDict_Check(PyTuple_GET_ITEM(args, 0));
+    return kwds == nullptr && args != nullptr && PyTuple_GET_SIZE(args) > 0 &&
+           PyDict_Check(PyTuple_GET_ITEM(args, 0));
 }
 
 }  // namespace
@@ -40,8 +41,8 @@ std::optional<ConstructorArguments> parseConstructorArguments(PyObject* args, Py
     PyObject* size = nullptr;
     PyObject* vector = nullptr;
     PyObject* isComplex = nullptr;
-    if (!PyArg_ParseTupleAndKeywords(positional.get(), kwds, "|OOOO", const_cast<char**>(names), &initializer, &size,
-                                     &vector, &isComplex)) {
+    if (!PyArg_ParseTupleAndKeywords(positional.get(), kwds, "|OOOO", const_cast<char**>(names), &initializer,
+                                     &size, &vector, &isComplex)) {
         return std::nullopt;
     }
     ConstructorArguments arguments{Reference::borrow(initializer), Reference::borrow(size),

@@ -14,8 +14,8 @@ namespace {
 
 using quarna::className;
 using quarna::composeText;
+using quarna::Number;
 using quarna::RealPartOf;
-using quarna::refusedOverflow;
 
 template <class T>
 CValueResult<T> converted(T value)
@@ -52,7 +52,15 @@ CValueResult<T> refusedComplex()
 template <class T>
 CValueResult<T> refusedLong()
 {
-    return refused<T>(PyExc_OverflowError, quarna::longOverflowText);
+    return refused<T>(PyExc_OverflowError, "Python int too large to convert to C long");
+}
+
+template <class T, class U>
+CValueResult<T> refusedOverflow(U value)
+{
+    return refused<T>(
+        PyExc_OverflowError,
+        composeText("value (", value, ") cannot be stored in a variable of type ", className<T>, "."));
 }
 
 // What is no number of any kind, in the order in which the tests decide.
@@ -78,6 +86,28 @@ float narrowed(double value)
         return infinity;
     }
     return value < -largest ? -infinity : static_cast<float>(value);
+}
+
+/// The value as a T, truncated toward zero; empty if T cannot hold it. Into float everything fits: beyond its
+/// range as an infinity of the same sign.
+template <class U, class T>
+std::optional<T> convertAndCheckForOverflow(U value)
+{
+    if constexpr (quarna::Single<T>) {
+        return narrowed(value);
+    } else if constexpr (std::floating_point<T>) {
+        return value;
+    } else {
+        // The cast lets a NaN pass, as no comparison holds for it.
+        if (value != value) {
+            return std::nullopt;
+        }
+        try {
+            return boost::numeric_cast<T>(value);
+        } catch (boost::numeric::bad_numeric_cast const&) {
+            return std::nullopt;
+        }
+    }
 }
 
 /// An int as C long, or the sign of what does not fit.
@@ -156,9 +186,8 @@ CValueResult<T> fromParts(std::complex<double> number)
 }
 
 template <class T>
-CValueResult<T> fromFloat(PyObject* object, bool coerceToLogical)
+CValueResult<T> fromFloat(double value, bool coerceToLogical)
 {
-    double const value = PyFloat_AS_DOUBLE(object);
     if constexpr (quarna::Complex<T>) {
         return fromParts<T>(value);
     } else if constexpr (quarna::Double<T>) {
@@ -174,12 +203,12 @@ CValueResult<T> fromFloat(PyObject* object, bool coerceToLogical)
 }
 
 template <class T>
-CValueResult<T> fromComplex(PyObject* object, bool coerceToLogical)
+CValueResult<T> fromComplex(std::complex<double> value, bool coerceToLogical)
 {
     if constexpr (quarna::Complex<T>) {
-        return fromParts<T>(readComplex(object));
+        return fromParts<T>(value);
     } else if constexpr (quarna::Logical<T>) {
-        return coerceToLogical ? converted(readComplex(object) != 0.0) : refusedComplex<T>();
+        return coerceToLogical ? converted(value != 0.0) : refusedComplex<T>();
     } else {
         return refusedComplex<T>();
     }
@@ -187,53 +216,36 @@ CValueResult<T> fromComplex(PyObject* object, bool coerceToLogical)
 
 }  // namespace
 
-template <class U, class T>
-std::optional<T> convertAndCheckForOverflow(U value)
+template <class T>
+CValueResult<T> quarna::convertNumber(Number const& number, bool coerceToLogical)
 {
-    if constexpr (quarna::Single<T>) {
-        return narrowed(value);
-    } else if constexpr (std::floating_point<T>) {
-        return value;
-    } else {
-        // The cast lets a NaN pass, as no comparison holds for it.
-        if (value != value) {
-            return std::nullopt;
-        }
-        try {
-            return boost::numeric_cast<T>(value);
-        } catch (boost::numeric::bad_numeric_cast const&) {
-            return std::nullopt;
-        }
+    switch (number.kind) {
+    case Number::Kind::Float:
+        return fromFloat<T>(number.value.real(), coerceToLogical);
+    case Number::Kind::Int:
+        return fromLong<T>({number.integer, number.overflow});
+    case Number::Kind::Complex:
+        return fromComplex<T>(number.value, coerceToLogical);
     }
-}
-
-template <class T, class U>
-CValueResult<T> quarna::refusedOverflow(U value)
-{
-    return refused<T>(PyExc_OverflowError, composeText("value (", value, ") cannot be stored in a variable of type ",
-                                                       className<T>, "."));
+    __builtin_unreachable();
 }
 
 template <class T, class Unused>
 CValueResult<T> GetCValueFromPyObjFunctor<T, Unused>::operator()(PyObject* object, bool coerceToLogical) const
 {
     if (PyFloat_Check(object)) {
-        return fromFloat<T>(object, coerceToLogical);
+        return fromFloat<T>(PyFloat_AS_DOUBLE(object), coerceToLogical);
     }
     if (pyObjectIsLong(object)) {
         return fromLong<T>(readLong(object));
     }
     if (PyComplex_Check(object)) {
-        return fromComplex<T>(object, coerceToLogical);
+        return fromComplex<T>(readComplex(object), coerceToLogical);
     }
     return refusedObject<T>(object);
 }
 
 #define QUARNA_ARRAY_TYPE(number, name, element)        \
     template struct GetCValueFromPyObjFunctor<element>; \
-    template CValueResult<element> quarna::refusedOverflow<element>(double);
+    template CValueResult<element> quarna::convertNumber<element>(Number const&, bool);
 #include "data/array_types.def"
-
-#define QUARNA_CLASS(suffix, attribute, element, code) \
-    template std::optional<element> convertAndCheckForOverflow<double, element>(double);
-#include "vocabulary/class_table.def"

@@ -6,6 +6,8 @@
 
 #include "vocabulary/python.h"
 
+#include "vocabulary/element.h"
+
 #include <optional>
 #include <string>
 
@@ -17,11 +19,6 @@ struct CValueResult {
     std::string message;
 };
 
-/// The value as a T, truncated toward zero; empty if T cannot hold it. Into float everything fits: beyond its
-/// range as an infinity of the same sign.
-template <class U, class T>
-std::optional<T> convertAndCheckForOverflow(U value);
-
 /// Converts a Python value; `coerceToLogical` lets a logical element take float and complex values.
 template <class T, class = void>
 struct GetCValueFromPyObjFunctor {
@@ -30,11 +27,41 @@ struct GetCValueFromPyObjFunctor {
 
 namespace quarna {
 
-/// What to raise for a number that T cannot hold.
-template <class T, class U>
-CValueResult<T> refusedOverflow(U value);
+/// What a Python number holds: a float, an int as far as 64 bits reach, or a complex.
+struct Number {
+    enum class Kind { Float, Int, Complex };
 
-/// What to raise for an int beyond 64 bits.
-inline constexpr char longOverflowText[] = "Python int too large to convert to C long";
+    Kind kind;
+    std::complex<double> value;  // of a float or complex
+    long integer;                // of an int
+    int overflow;                // the sign of an int beyond 64 bits, else 0
+};
+
+/// The number that an element is to Python, without the Python object.
+template <class T>
+Number numberFromElement(T element)
+{
+    if constexpr (Complex<T>) {
+        return {Number::Kind::Complex,
+                {static_cast<double>(element.real()), static_cast<double>(element.imag())},
+                0,
+                0};
+    } else if constexpr (std::floating_point<T>) {
+        return {Number::Kind::Float, static_cast<double>(element), 0, 0};
+    } else {
+        bool const overflows = std::same_as<T, std::uint64_t> && static_cast<long>(element) < 0;
+        return {Number::Kind::Int, 0.0, static_cast<long>(element), overflows ? 1 : 0};
+    }
+}
+
+/// Converts a number as if it had come as a Python object.
+template <class T>
+CValueResult<T> convertNumber(Number const& number, bool coerceToLogical);
+
+/// Whether every element of T comes back as it was from its way through a Python number. A double holds 53 bits
+/// of an integer part, and an int is taken in the signed range only.
+template <class T>
+inline constexpr bool survivesPythonNumber = std::floating_point<RealPartOf<T>> ||
+                                             sizeof(RealPartOf<T>) < 8 || std::same_as<T, std::int64_t>;
 
 }  // namespace quarna

@@ -6,10 +6,13 @@
 //   - a sequence's length is compared with that of the sequences walked before it at the same depth;
 //   - a scalar's depth is compared with that of the first scalar;
 //   - at the end the elements are counted, since Python code may change the nest under the walk.
-// Any object that CPython takes for a sequence is one; a str is refused wherever it stands.
+// Any object that CPython takes for a sequence is one; a str is refused wherever it stands. Where a sequence's
+// elements lie in memory as numbers, they are read there, to the same result and the same refusals.
 #pragma once
 
 #include "construction/constructor_arguments.h"
+#include "construction/element_conversion.h"
+#include "construction/element_source.h"
 #include "data/array_factory.h"
 
 #include <optional>
@@ -19,6 +22,9 @@
 template <class T>
 class FinalConstructorParser {
 public:
+    /// `findElements` knows the sequences of rooms above this one.
+    explicit FinalConstructorParser(quarna::FindElements findElements) : m_findElements(findElements) {}
+
     /// The array that a constructor call describes; empty with an exception set.
     std::optional<quarna::data::TypedArray<T>> makeTypedArray(quarna::ConstructorArguments const& arguments);
 
@@ -28,13 +34,22 @@ public:
 
     /// What the walk found. A lone scalar has the dimensions 1, 1, a sequence one dimension for each level.
     std::vector<long> const& calculatedDims() const { return m_calculatedDims; }
-    std::span<T const> elements() const { return {m_elements.get(), static_cast<std::size_t>(m_elementCount)}; }
+    std::span<T const> elements() const
+    {
+        return {m_elements.get(), static_cast<std::size_t>(m_elementCount)};
+    }
 
 private:
     bool takeValue(PyObject* object);
-    bool takeScalar(PyObject* object);
     bool takeSequence(PyObject* sequence);
+    bool walkSequence(PyObject* sequence);
+    bool takeElements(quarna::ElementSource const& source);
+    bool storeElements(quarna::ElementSource const& source);
+    bool copyElements(quarna::ElementSource const& source);
+    void openSequence(long length);
     bool closeSequence(long length);
+    bool takeScalar(CValueResult<T> const& scalar);
+    bool placeFirstScalar();
     void store(T value);
     bool reserveBuffer(std::optional<long> count);
 
@@ -43,13 +58,14 @@ private:
     bool processSizeKwarg(PyObject* size);
     bool processInitializer(PyObject* initializer);
     bool processVectorKwarg(PyObject* vector);
-    bool takeVectorItem(PyObject* item);
+    bool takeVectorItems(PyObject* vector, Py_ssize_t count);
     bool fillWithZeros();
 
     bool handleSingleSingletonDimensionEdgeCase();
     bool specifiedAndCalculatedDimensionsMatch();
     bool refuseDimensions(PyObject* exceptionClass) const;
 
+    quarna::FindElements m_findElements;
     std::vector<long> m_specifiedDims;   // from 'size'; empty if that was not given
     std::vector<long> m_calculatedDims;  // from the values
     quarna::data::ArrayFactory m_factory;
@@ -59,7 +75,7 @@ private:
     bool m_bufferReserved = false;
     bool m_isColumnMajor = false;
     bool m_coerceToLogical = true;
-    std::size_t m_depth = 0;
-    std::size_t m_scalarDepth = 0;  // of the first scalar; 0 before it
-    std::vector<long> m_lengthsAtDepth;
+    PyObject* m_refusalClass = nullptr;  // in place of the one that a refused scalar names
+    std::size_t m_scalarDepth = 0;       // of the first scalar; 0 before it
+    std::vector<long> m_lengthsAtDepth;  // of the open sequences
 };

@@ -1,11 +1,13 @@
 // The walk over a nest of sequences.
-#include "construction/element_conversion.h"
 #include "construction/final_constructor_parser.h"
+#include "data/element_dispatch.h"
 #include "vocabulary/arithmetic.h"
 #include "vocabulary/class_table.h"
 #include "vocabulary/errors.h"
 #include "vocabulary/python_values.h"
+#include "wrapper/element_object.h"
 
+#include <algorithm>
 #include <exception>
 #include <limits>
 
@@ -14,7 +16,7 @@ using quarna::Reference;
 namespace {
 
 constexpr long unset = -1;
-constexpr long scalar = -1;
+constexpr long noSequence = -1;
 
 bool refuse(PyObject* exceptionClass, const char* text)
 {
@@ -27,27 +29,40 @@ bool refuseRagged()
     return refuse(PyExc_ValueError, "arrays must be rectangular.");
 }
 
-// Lists and tuples give what PySequence_GetItem would, without the call; a list can have shrunk meanwhile.
-Reference itemAt(PyObject* sequence, Py_ssize_t index)
-{
-    if (PyList_CheckExact(sequence) && index < PyList_GET_SIZE(sequence)) {
-        return Reference::borrow(PyList_GET_ITEM(sequence, index));
-    }
-    if (PyTuple_CheckExact(sequence) && index < PyTuple_GET_SIZE(sequence)) {
-        return Reference::borrow(PyTuple_GET_ITEM(sequence, index));
-    }
-    return Reference::steal(PySequence_GetItem(sequence, index));
-}
+/// The items of a sequence by index, each held while it is looked at. Lists and tuples are read without the
+/// detour through the sequence protocol; a list can have shrunk since its length was asked.
+class Items {
+public:
+    explicit Items(PyObject* sequence)
+        : m_sequence(sequence), m_isList(PyList_CheckExact(sequence)), m_isTuple(PyTuple_CheckExact(sequence))
+    {}
 
-/// The length of a child that is a sequence, `scalar` for another; empty with an exception set.
-std::optional<long> lengthAsChild(PyObject* sequence, Py_ssize_t index)
+    Reference at(Py_ssize_t index) const
+    {
+        if (m_isList && index < PyList_GET_SIZE(m_sequence)) {
+            return Reference::borrow(PyList_GET_ITEM(m_sequence, index));
+        }
+        if (m_isTuple) {
+            return Reference::borrow(PyTuple_GET_ITEM(m_sequence, index));
+        }
+        return Reference::steal(PySequence_GetItem(m_sequence, index));
+    }
+
+private:
+    PyObject* m_sequence;
+    bool m_isList;
+    bool m_isTuple;
+};
+
+/// The length of a child that is a sequence, `noSequence` for another; empty with an exception set.
+std::optional<long> lengthAsChild(Items const& items, Py_ssize_t index)
 {
-    Reference const child = itemAt(sequence, index);
+    Reference const child = items.at(index);
     if (!child) {
         return std::nullopt;
     }
     if (!PySequence_Check(child.get())) {
-        return scalar;
+        return noSequence;
     }
     Py_ssize_t const length = PySequence_Size(child.get());
     return length < 0 ? std::nullopt : std::optional<long>(length);
@@ -64,9 +79,10 @@ std::optional<long> lengthOfUniformSequence(PyObject* sequence)
     if (length < 2) {
         return length;
     }
-    auto const first = lengthAsChild(sequence, 0);
+    Items const items(sequence);
+    auto const first = lengthAsChild(items, 0);
     for (Py_ssize_t index = 1; first && index < length; ++index) {
-        auto const child = lengthAsChild(sequence, index);
+        auto const child = lengthAsChild(items, index);
         if (!child) {
             return std::nullopt;
         }
@@ -76,6 +92,26 @@ std::optional<long> lengthOfUniformSequence(PyObject* sequence)
         }
     }
     return first ? std::optional<long>(length) : std::nullopt;
+}
+
+/// The dimensions of the nest that a source stands for: lists without items hold no further lists.
+std::span<quarna::StridedDimension const> nestingOf(quarna::StridedView const& view)
+{
+    std::span<quarna::StridedDimension const> const all(view.dimensions.data(), view.dimensions.size());
+    auto const firstEmpty = std::find_if(all.begin(), all.end(),
+                                         [](quarna::StridedDimension level) { return level.length == 0; });
+    return firstEmpty == all.end() ? all : all.first(static_cast<std::size_t>(firstEmpty - all.begin()) + 1);
+}
+
+using ReadNumber = quarna::Number (*)(void const* block, long offset);
+
+ReadNumber numberReader(quarna::data::ArrayType type)
+{
+    return quarna::data::visitElementType(type, []<class U>(std::type_identity<U>) -> ReadNumber {
+        return [](void const* block, long offset) {
+            return quarna::numberFromElement(quarna::loadElementAt<U>(block, offset));
+        };
+    });
 }
 
 }  // namespace
@@ -93,7 +129,8 @@ bool FinalConstructorParser<T>::flattenWithUnspecifiedDimensions(PyObject* objec
 template <class T>
 bool FinalConstructorParser<T>::takeValue(PyObject* object)
 {
-    return PySequence_Check(object) ? takeSequence(object) : takeScalar(object);
+    return PySequence_Check(object) ? takeSequence(object)
+                                    : takeScalar(GetCValueFromPyObjFunctor<T>{}(object, m_coerceToLogical));
 }
 
 template <class T>
@@ -102,21 +139,27 @@ bool FinalConstructorParser<T>::takeSequence(PyObject* sequence)
     if (pyObjectIsUnicodeOrString(sequence)) {
         return refuse(PyExc_ValueError, "value passed to initializer must be numeric.");
     }
-    quarna::RecursionLevel const level(" while reading a nested sequence");
-    if (!level) {
-        return false;
+    if (auto const elements = m_findElements(sequence)) {
+        return takeElements(*elements);
     }
-    auto const length = lengthOfUniformSequence(sequence);
+    if (quarna::BufferElements const buffer(sequence); buffer.source()) {
+        return takeElements(*buffer.source());
+    }
+    return walkSequence(sequence);
+}
+
+template <class T>
+bool FinalConstructorParser<T>::walkSequence(PyObject* sequence)
+{
+    quarna::RecursionLevel const level(" while reading a nested sequence");
+    auto const length = level ? lengthOfUniformSequence(sequence) : std::nullopt;
     if (!length) {
         return false;
     }
-    if (m_calculatedDims.size() <= m_depth) {
-        m_calculatedDims.push_back(unset);
-    }
-    m_lengthsAtDepth.push_back(*length);
-    ++m_depth;
+    openSequence(*length);
+    Items const items(sequence);
     for (Py_ssize_t index = 0; index < *length; ++index) {
-        Reference const item = itemAt(sequence, index);
+        Reference const item = items.at(index);
         if (!item || !takeValue(item.get())) {
             return false;
         }
@@ -125,11 +168,64 @@ bool FinalConstructorParser<T>::takeSequence(PyObject* sequence)
 }
 
 template <class T>
+bool FinalConstructorParser<T>::takeElements(quarna::ElementSource const& source)
+{
+    auto const levels = nestingOf(source.view);
+    for (quarna::StridedDimension const& level : levels) {
+        openSequence(level.length);
+    }
+    if (source.view.count() > 0 && !storeElements(source)) {
+        return false;
+    }
+    return std::all_of(levels.rbegin(), levels.rend(),
+                       [this](quarna::StridedDimension level) { return closeSequence(level.length); });
+}
+
+template <class T>
+bool FinalConstructorParser<T>::storeElements(quarna::ElementSource const& source)
+{
+    if (source.type == quarna::data::arrayTypeOf<T> && quarna::survivesPythonNumber<T>) {
+        return placeFirstScalar() && copyElements(source);
+    }
+    bool taken = true;
+    ReadNumber const readNumber = numberReader(source.type);
+    walkRuns(source.view, quarna::WalkOrder::Nested, [&](long offset, long length, long stride) {
+        for (long i = 0; taken && i < length; ++i) {
+            taken = takeScalar(
+                quarna::convertNumber<T>(readNumber(source.block, offset + i * stride), m_coerceToLogical));
+        }
+        return taken;
+    });
+    return taken;
+}
+
+template <class T>
+bool FinalConstructorParser<T>::copyElements(quarna::ElementSource const& source)
+{
+    long const count = source.view.count();
+    if (count <= m_capacity - m_elementCount) {
+        T* next = m_elements.get() + m_elementCount;
+        walkElements(source.view, quarna::WalkOrder::Nested,
+                     [&](long offset) { *next++ = quarna::loadElementAt<T>(source.block, offset); });
+    }
+    m_elementCount += count;
+    return true;
+}
+
+template <class T>
+void FinalConstructorParser<T>::openSequence(long length)
+{
+    if (m_calculatedDims.size() == m_lengthsAtDepth.size()) {
+        m_calculatedDims.push_back(unset);
+    }
+    m_lengthsAtDepth.push_back(length);
+}
+
+template <class T>
 bool FinalConstructorParser<T>::closeSequence(long length)
 {
-    --m_depth;
     m_lengthsAtDepth.pop_back();
-    long& known = m_calculatedDims[m_depth];
+    long& known = m_calculatedDims[m_lengthsAtDepth.size()];
     if (known == unset) {
         known = length;
     }
@@ -137,26 +233,32 @@ bool FinalConstructorParser<T>::closeSequence(long length)
 }
 
 template <class T>
-bool FinalConstructorParser<T>::takeScalar(PyObject* object)
+bool FinalConstructorParser<T>::takeScalar(CValueResult<T> const& scalar)
 {
-    auto const result = GetCValueFromPyObjFunctor<T>{}(object, m_coerceToLogical);
-    if (!result.value) {
-        return refuse(result.exceptionType, result.message.c_str());
+    if (!scalar.value) {
+        return refuse(m_refusalClass != nullptr ? m_refusalClass : scalar.exceptionType,
+                      scalar.message.c_str());
     }
-    if (m_scalarDepth == 0) {
-        m_scalarDepth = m_depth;
-    } else if (m_scalarDepth != m_depth) {
+    // All scalars of a nest stand as deep as the first.
+    if ((m_elementCount == 0 || m_scalarDepth != m_lengthsAtDepth.size()) && !placeFirstScalar()) {
+        return false;
+    }
+    store(*scalar.value);
+    return true;
+}
+
+template <class T>
+bool FinalConstructorParser<T>::placeFirstScalar()
+{
+    if (m_elementCount > 0 && m_scalarDepth != m_lengthsAtDepth.size()) {
         return refuseRagged();
     }
+    m_scalarDepth = m_lengthsAtDepth.size();
     if (m_calculatedDims.empty()) {
         m_calculatedDims = {1, 1};
     }
     // The length of every open sequence is known, so for a rectangular nest this is the number of elements.
-    if (!m_bufferReserved && !reserveBuffer(quarna::checkedProduct(m_lengthsAtDepth))) {
-        return false;
-    }
-    store(*result.value);
-    return true;
+    return m_bufferReserved || reserveBuffer(quarna::checkedProduct(m_lengthsAtDepth));
 }
 
 template <class T>
@@ -177,8 +279,9 @@ bool FinalConstructorParser<T>::reserveBuffer(std::optional<long> count)
     try {
         m_elements = m_factory.createBuffer<T>(shown);
     } catch (std::exception const&) {
-        quarna::setComposedError(PyExc_MemoryError, "unable to allocate memory for array with number of elements = ",
-                                 shown, "; type = ", quarna::className<T>);
+        quarna::setComposedError(PyExc_MemoryError,
+                                 "unable to allocate memory for array with number of elements = ", shown,
+                                 "; type = ", quarna::className<T>);
         return false;
     }
     m_capacity = *count;

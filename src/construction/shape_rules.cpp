@@ -22,9 +22,9 @@ std::string getDimensionsAsStdString(std::vector<long> const& dims)
 template <class T>
 bool FinalConstructorParser<T>::refuseDimensions(PyObject* exceptionClass) const
 {
-    quarna::setComposedError(exceptionClass, "dimensions of initializer (", getDimensionsAsStdString(m_calculatedDims),
-                             ") do not match dimensions specified by 'size' (",
-                             getDimensionsAsStdString(m_specifiedDims), ").");
+    quarna::setComposedError(
+        exceptionClass, "dimensions of initializer (", getDimensionsAsStdString(m_calculatedDims),
+        ") do not match dimensions specified by 'size' (", getDimensionsAsStdString(m_specifiedDims), ").");
     return false;
 }
 
@@ -36,7 +36,8 @@ bool FinalConstructorParser<T>::handleSingleSingletonDimensionEdgeCase()
         return true;
     }
     if (!m_specifiedDims.empty()) {
-        return quarna::checkedProduct(m_specifiedDims) == m_elementCount || refuseDimensions(QCPyError::shapeErr);
+        return quarna::checkedProduct(m_specifiedDims) == m_elementCount ||
+               refuseDimensions(QCPyError::shapeErr);
     }
     m_calculatedDims = {m_elementCount > 0 ? 1 : 0, m_elementCount};
     return true;
@@ -62,8 +63,8 @@ bool FinalConstructorParser<T>::specifiedAndCalculatedDimensionsMatch()
     return isSingleInRow || count == 0 || refuseDimensions(QCPyError::sizeErr);
 }
 
-#define QUARNA_ARRAY_TYPE(number, name, element)                                                 \
-    template bool FinalConstructorParser<element>::refuseDimensions(PyObject*) const;            \
-    template bool FinalConstructorParser<element>::handleSingleSingletonDimensionEdgeCase();     \
+#define QUARNA_ARRAY_TYPE(number, name, element)                                             \
+    template bool FinalConstructorParser<element>::refuseDimensions(PyObject*) const;        \
+    template bool FinalConstructorParser<element>::handleSingleSingletonDimensionEdgeCase(); \
     template bool FinalConstructorParser<element>::specifiedAndCalculatedDimensionsMatch();
 #include "data/array_types.def"

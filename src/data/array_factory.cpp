@@ -51,11 +51,11 @@ TypedArray<T> ArrayFactory::createArrayFromBuffer(std::vector<std::size_t> const
     void* const block = buffer.release();
     impl::ArrayImpl* array = nullptr;
     if (adoptInOrder != nullptr) {
-        detail::callAndCheck(adoptInOrder, m_impl.get(), typeNumber<T>, dimensions.data(), dimensions.size(), block,
-                             deleter, &array, static_cast<std::int32_t>(layout));
+        detail::callAndCheck(adoptInOrder, m_impl.get(), typeNumber<T>, dimensions.data(), dimensions.size(),
+                             block, deleter, &array, static_cast<std::int32_t>(layout));
     } else {
-        detail::callAndCheck(adopt, m_impl.get(), typeNumber<T>, dimensions.data(), dimensions.size(), block, deleter,
-                             &array);
+        detail::callAndCheck(adopt, m_impl.get(), typeNumber<T>, dimensions.data(), dimensions.size(), block,
+                             deleter, &array);
     }
     return TypedArray<T>(Array(array));
 }
@@ -72,15 +72,16 @@ template <class T>
 TypedArray<T> ArrayFactory::createArray(std::vector<std::size_t> const& dimensions)
 {
     impl::ArrayImpl* array = nullptr;
-    call<FunctionType::create_array>(m_impl.get(), typeNumber<T>, dimensions.data(), dimensions.size(), &array);
+    call<FunctionType::create_array>(m_impl.get(), typeNumber<T>, dimensions.data(), dimensions.size(),
+                                     &array);
     return TypedArray<T>(Array(array));
 }
 
-#define QUARNA_ARRAY_TYPE(number, name, element)                                                      \
-    template ElementBuffer<element> ArrayFactory::createBuffer<element>(std::size_t);                 \
-    template TypedArray<element> ArrayFactory::createArrayFromBuffer<element>(                        \
-        std::vector<std::size_t> const&, ElementBuffer<element>, MemoryLayout);                       \
-    template TypedArray<element> ArrayFactory::createScalar<element>(element);                        \
+#define QUARNA_ARRAY_TYPE(number, name, element)                                      \
+    template ElementBuffer<element> ArrayFactory::createBuffer<element>(std::size_t); \
+    template TypedArray<element> ArrayFactory::createArrayFromBuffer<element>(        \
+        std::vector<std::size_t> const&, ElementBuffer<element>, MemoryLayout);       \
+    template TypedArray<element> ArrayFactory::createScalar<element>(element);        \
     template TypedArray<element> ArrayFactory::createArray<element>(std::vector<std::size_t> const&);
 #include "data/array_types.def"
 

@@ -17,10 +17,10 @@ enum class MemoryLayout : std::int32_t { COLUMN_MAJOR = 0, ROW_MAJOR = 1 };
 template <class T>
 struct ArrayTypeOf;
 
-#define QUARNA_ARRAY_TYPE(number, name, element)        \
-    template <>                                         \
-    struct ArrayTypeOf<element> {                       \
-        static constexpr auto value = ArrayType::name;  \
+#define QUARNA_ARRAY_TYPE(number, name, element)       \
+    template <>                                        \
+    struct ArrayTypeOf<element> {                      \
+        static constexpr auto value = ArrayType::name; \
     };
 #include "data/array_types.def"
 

@@ -22,7 +22,8 @@ void throwMissingOperation(FunctionType id)
     while (release->firstOperation > static_cast<std::int32_t>(id)) {
         ++release;
     }
-    throw DataException<ExceptionType::FeatureNotSupported>(std::string("This feature requires ") + release->name);
+    throw DataException<ExceptionType::FeatureNotSupported>(std::string("This feature requires ") +
+                                                            release->name);
 }
 
 }  // namespace quarna::data::detail

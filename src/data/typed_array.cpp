@@ -19,7 +19,8 @@ void requireElementType(Array const& array)
     call<FunctionType::types_are_compatible>(static_cast<std::int32_t>(arrayTypeOf<T>),
                                              static_cast<std::int32_t>(array.getType()), &compatible);
     if (!compatible) {
-        throw detail::DataException<ExceptionType::ArrayTypeMismatch>("Can't convert the Array to this TypedArray");
+        throw detail::DataException<ExceptionType::ArrayTypeMismatch>(
+            "Can't convert the Array to this TypedArray");
     }
 }
 
@@ -44,8 +45,7 @@ TypedArray<T>::TypedArray(Array const& array) : Array(array)
 
 template <class T>
 TypedArray<T>::TypedArray(Array&& array) : Array((requireElementType<T>(array), std::move(array)))
-{
-}
+{}
 
 template <class T>
 T* TypedArray<T>::writableElements()
@@ -76,8 +76,7 @@ ElementBuffer<T> TypedArray<T>::release()
 }
 
 template <class T>
-ReferenceHolder TypedArray<T>::operator[](std::size_t index)
-    requires Complex<T>
+ReferenceHolder TypedArray<T>::operator[](std::size_t index) requires Complex<T>
 {
     makeUnshared();
     detail::ReferenceImpl* reference = nullptr;

@@ -33,8 +33,7 @@ public:
     ElementBuffer<T> release();
 
     /// One element by reference, detached as by writableElements(). Throws number 1 for an index out of range.
-    ReferenceHolder operator[](std::size_t index)
-        requires Complex<T>;
+    ReferenceHolder operator[](std::size_t index) requires Complex<T>;
 };
 
 /// The writable elements of an array whose type is that of T, without taking a further share of it.

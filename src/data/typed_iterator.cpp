@@ -5,8 +5,7 @@
 
 quarna::data::ReferenceHolder::ReferenceHolder(detail::ReferenceImpl* reference)
     : m_reference(reference, detail::operation<detail::FunctionType::destroy_reference>())
-{
-}
+{}
 
 namespace quarna::data::detail {
 namespace {

@@ -41,12 +41,10 @@ class TypedIterator {
 public:
     explicit TypedIterator(T* element, std::shared_ptr<detail::IteratorImpl> iterator = nullptr)
         : m_iterator(std::move(iterator)), m_element(element)
-    {
-    }
+    {}
     TypedIterator(TypedIterator const& other)
         : m_iterator(detail::copyIterator(other.m_iterator)), m_element(other.m_element)
-    {
-    }
+    {}
     TypedIterator& operator=(TypedIterator const&) = delete;
     ~TypedIterator() = default;
 

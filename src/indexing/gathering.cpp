@@ -2,67 +2,40 @@
 #include "construction/element_conversion.h"
 #include "indexing/qcpp_py_array.h"
 #include "vocabulary/errors.h"
-#include "vocabulary/references.h"
 #include "wrapper/element_object.h"
-
-#include <limits>
-
-using quarna::RealPartOf;
-using quarna::Reference;
 
 namespace {
 
-// A gathered element is what it would be had it come as a Python number: a double holds 53 bits of an integer
-// part, and an int is taken in the signed range only. Empty for one that cannot be taken back.
+// A gathered element is what it would be had it come as a Python number; empty for one that cannot be taken back.
 template <class T>
 std::optional<T> throughPythonNumber(T element)
 {
-    using Real = RealPartOf<T>;
-    if constexpr (std::same_as<T, std::uint64_t>) {
-        return element <= std::uint64_t{std::numeric_limits<std::int64_t>::max()} ? std::optional(element)
-                                                                                  : std::nullopt;
-    } else if constexpr (quarna::ComplexInteger<T>) {
-        auto const real = convertAndCheckForOverflow<double, Real>(static_cast<double>(element.real()));
-        auto const imaginary = convertAndCheckForOverflow<double, Real>(static_cast<double>(element.imag()));
-        return real && imaginary ? std::optional(T(*real, *imaginary)) : std::nullopt;
-    } else {
+    if constexpr (quarna::survivesPythonNumber<T>) {
         return element;
+    } else {
+        return quarna::convertNumber<T>(quarna::numberFromElement(element), false).value;
     }
 }
 
-template <class T>
-void setErrorOfRefusedElement(T element)
-{
-    Reference const number = Reference::steal(quarna::makeNumber(element));
-    if (number) {
-        auto const result = GetCValueFromPyObjFunctor<T>{}(number.get(), false);
-        setError(result.exceptionType, result.message.c_str());
-    }
-}
-
-/// Copies the selected elements to `destination` in storage order; false with the exception of the first one, in
-/// nested order, that cannot be taken.
+/// Copies the selected elements to `destination` in storage order. False, with the exception of the first one in
+/// nested order, if there are some that cannot be taken.
 template <class T>
 bool copySelection(void const* block, quarna::StridedView const& view, T* destination)
 {
-    auto const elementAt = [&](long offset) {
-        return quarna::loadElement<T>(static_cast<unsigned char const*>(block) + offset * long{sizeof(T)});
-    };
     bool complete = true;
-    walkRuns(view, quarna::WalkOrder::Stored, [&](long offset, long length, long stride) {
-        for (long i = 0; i < length && complete; ++i) {
-            auto const element = throughPythonNumber(elementAt(offset + i * stride));
-            complete = element.has_value();
-            *destination++ = element.value_or(T{});
-        }
-        return complete;
+    walkElements(view, quarna::WalkOrder::Stored, [&](long offset) {
+        auto const element = throughPythonNumber(quarna::loadElementAt<T>(block, offset));
+        complete = complete && element.has_value();
+        *destination++ = element.value_or(T{});
     });
     if (complete) {
         return true;
     }
     walkElements(view, quarna::WalkOrder::Nested, [&](long offset) {
-        if (!PyErr_Occurred() && !throughPythonNumber(elementAt(offset))) {
-            setErrorOfRefusedElement(elementAt(offset));
+        auto const result = quarna::convertNumber<T>(
+            quarna::numberFromElement(quarna::loadElementAt<T>(block, offset)), false);
+        if (!result.value && !PyErr_Occurred()) {
+            setError(result.exceptionType, result.message.c_str());
         }
     });
     return false;

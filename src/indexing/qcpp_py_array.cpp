@@ -6,18 +6,18 @@
 #include <cassert>
 #include <utility>
 
-QCppPyArray::QCppPyArray(quarna::data::Array&& array, SupportedArrayEnum arrayClass, bool isComplex, bool columnMajor)
+QCppPyArray::QCppPyArray(quarna::data::Array&& array, SupportedArrayEnum arrayClass, bool isComplex,
+                         bool columnMajor)
     : m_wrapper(std::make_shared<QDArrayWrapper>(std::move(array), columnMajor ? 'F' : 'C')),
       m_supportedArrayEnum(arrayClass), m_isComplex(isComplex), m_reshapes(m_wrapper->reshapeCount())
-{
-}
+{}
 
 QCppPyArray::QCppPyArray(QCppPyArray const& other)
-    : m_wrapper(other.m_wrapper), m_supportedArrayEnum(other.m_supportedArrayEnum), m_isComplex(other.m_isComplex),
-      m_indices(other.m_indices), m_numberOfIntegerIndicesSoFar(other.m_numberOfIntegerIndicesSoFar),
+    : m_wrapper(other.m_wrapper), m_supportedArrayEnum(other.m_supportedArrayEnum),
+      m_isComplex(other.m_isComplex), m_indices(other.m_indices),
+      m_numberOfIntegerIndicesSoFar(other.m_numberOfIntegerIndicesSoFar),
       m_reshapes(other.indicesAreEmpty() ? m_wrapper->reshapeCount() : other.m_reshapes)
-{
-}
+{}
 
 QCppPyArray::QCppPyArray(QCppPyArray const& parent, IndexItem const& item) : QCppPyArray(parent)
 {
@@ -45,15 +45,15 @@ bool QCppPyArray::requireReshapeCount(unsigned long reshapes) const
 
 bool QCppPyArray::requireUsable() const
 {
-    if (!indicesAreEmpty() && !requireReshapeCount(m_reshapes)) {
-        return false;
-    }
-    if (m_numberOfIntegerIndicesSoFar < getNumberOfDimensions()) {
+    if (isUsable()) {
         return true;
     }
-    // Only a foreign array without dimensions comes here.
-    setError(PyExc_RuntimeError, "too many indices.");
-    return false;
+    if (isCurrent()) {
+        // Only a foreign array without dimensions comes here.
+        setError(PyExc_RuntimeError, "too many indices.");
+        return false;
+    }
+    return requireReshapeCount(m_reshapes);
 }
 
 long QCppPyArray::fullLengthOfActiveDimension() const

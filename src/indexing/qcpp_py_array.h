@@ -28,7 +28,8 @@ class FinalConstructorParser;
 class QCppPyArray {
 public:
     /// A full array with a wrapper of its own, whose storage is row-major if not column-major.
-    QCppPyArray(quarna::data::Array&& array, SupportedArrayEnum arrayClass, bool isComplex, bool columnMajor = true);
+    QCppPyArray(quarna::data::Array&& array, SupportedArrayEnum arrayClass, bool isComplex,
+                bool columnMajor = true);
     /// The same array once more, without its cache.
     QCppPyArray(QCppPyArray const& other);
     /// One subscript further: `item` is normalised and takes the place of a slice that `parent` holds.
@@ -52,6 +53,7 @@ public:
     bool sliceInFinalPreexistingPosition() const { return heldSlice() != nullptr; }
 
     /// False if the array is stale, or if no dimension is left to subscript.
+    bool isUsable() const { return isCurrent() && m_numberOfIntegerIndicesSoFar < getNumberOfDimensions(); }
     bool requireUsable() const;
     /// False if the wrapper was reshaped since it had this count of reshapes.
     bool requireReshapeCount(unsigned long reshapes) const;
@@ -117,6 +119,7 @@ public:
     QUARNA_EXPORT void writeToOstream(std::ostream& stream) const;
 
 private:
+    bool isCurrent() const { return indicesAreEmpty() || m_wrapper->reshapeCount() == m_reshapes; }
     long integerAt(std::size_t place) const { return std::get<IntegerIndexItem>(m_indices[place]).m_index; }
     long elementStride(std::size_t dimension) const;
     long offsetOfIntegers() const;

@@ -20,8 +20,7 @@ SliceIndexItem rangeOf(QCppPyArray const& array)
 QCppPyIter::QCppPyIter(QCppPyArray const& array)
     : m_array(array), m_reshapes(array.getQDAWrapper()->reshapeCount()), m_range(rangeOf(array)),
       m_makeNumber(array.nextIntegerIsFinal() ? numberMaker(array) : nullptr)
-{
-}
+{}
 
 QCppPyIter::MakeNumber QCppPyIter::numberMaker(QCppPyArray const& array)
 {
@@ -41,9 +40,8 @@ PyObject* QCppPyIter::increment()
         return nullptr;
     }
     long const index = quarna::indexWithinSlice(m_range, m_position);
-    PyObject* const next = m_makeNumber != nullptr
-                               ? m_makeNumber(m_array, index)
-                               : quarna::newArrayObject(m_array, IntegerIndexItem{index});
+    PyObject* const next = m_makeNumber != nullptr ? m_makeNumber(m_array, index)
+                                                   : quarna::newArrayObject(m_array, IntegerIndexItem{index});
     m_position += next != nullptr ? 1 : 0;
     return next;
 }

@@ -16,8 +16,7 @@ public:
     explicit NestedListBuilder(QCppPyArray const& array)
         : m_array(array), m_wrapper(*array.getQDAWrapper()), m_reshapes(m_wrapper.reshapeCount()),
           m_view(array.selection())
-    {
-    }
+    {}
 
     Reference build() const { return listAt(0, m_view.offset); }
 
@@ -44,8 +43,7 @@ private:
 
     Reference numberAt(long offset) const
     {
-        auto const* const elements = static_cast<unsigned char const*>(m_wrapper.buf());
-        return Reference::steal(quarna::makeNumber(quarna::loadElement<T>(elements + offset * long{sizeof(T)})));
+        return Reference::steal(quarna::makeNumber(quarna::loadElementAt<T>(m_wrapper.buf(), offset)));
     }
 
     QCppPyArray const& m_array;
@@ -60,8 +58,7 @@ template <class T>
 PyObject* QCppPyArray::getNumericPyObject(long index) const
 {
     long const offset = offsetOfIntegers() + index * elementStride(m_wrapper->shape().size() - 1);
-    auto const* const elements = static_cast<unsigned char const*>(m_wrapper->buf());
-    return quarna::makeNumber(quarna::loadElement<T>(elements + offset * long{sizeof(T)}));
+    return quarna::makeNumber(quarna::loadElementAt<T>(m_wrapper->buf(), offset));
 }
 
 template <class T>
@@ -70,7 +67,7 @@ PyObject* QCppPyArray::getAllContentsAsPyList() const
     return requireUsable() ? NestedListBuilder<T>(*this).build().release() : nullptr;
 }
 
-#define QUARNA_ARRAY_TYPE(number, name, element)                                \
-    template PyObject* QCppPyArray::getNumericPyObject<element>(long) const;    \
+#define QUARNA_ARRAY_TYPE(number, name, element)                             \
+    template PyObject* QCppPyArray::getNumericPyObject<element>(long) const; \
     template PyObject* QCppPyArray::getAllContentsAsPyList<element>() const;
 #include "data/array_types.def"

@@ -1,6 +1,6 @@
 // Assignment through subscripts.
-#include "construction/element_conversion.h"
 #include "construction/final_constructor_parser.h"
+#include "indexing/array_source.h"
 #include "indexing/qcpp_py_array.h"
 #include "vocabulary/errors.h"
 
@@ -41,8 +41,9 @@ void store(QDArrayWrapper& wrapper, quarna::StridedView const& target, std::span
 
 bool haveSameShape(quarna::StridedDimensions const& dimensions, std::vector<long> const& lengths)
 {
-    return std::equal(dimensions.begin(), dimensions.end(), lengths.begin(), lengths.end(),
-                      [](quarna::StridedDimension dimension, long length) { return dimension.length == length; });
+    return std::equal(
+        dimensions.begin(), dimensions.end(), lengths.begin(), lengths.end(),
+        [](quarna::StridedDimension dimension, long length) { return dimension.length == length; });
 }
 
 }  // namespace
@@ -87,7 +88,7 @@ int QCppPyArray::setItemViaFinalIntegerIndex(long index, PyObject* value)
 template <class T>
 int QCppPyArray::setMultipleElementsFromNonFinalIntegerIndex(long index, PyObject* value)
 {
-    FinalConstructorParser<T> parser;
+    FinalConstructorParser<T> parser(&quarna::elementsOfArray);
     if (!readRightSide(parser, value)) {
         return -1;
     }
@@ -100,9 +101,10 @@ int QCppPyArray::setMultipleElementsFromNonFinalIntegerIndex(long index, PyObjec
 }
 
 template <class T>
-int QCppPyArray::setIndividualElementsFromFlatSeqOfMultipleIntegerIndices(SliceIndexItem const& item, PyObject* value)
+int QCppPyArray::setIndividualElementsFromFlatSeqOfMultipleIntegerIndices(SliceIndexItem const& item,
+                                                                          PyObject* value)
 {
-    FinalConstructorParser<T> parser;
+    FinalConstructorParser<T> parser(&quarna::elementsOfArray);
     if (!readRightSide(parser, value)) {
         return -1;
     }
@@ -118,7 +120,7 @@ template <class T>
 int QCppPyArray::setMultipleElementsFromNonFinalSliceIndex(SliceIndexItem item, PyObject* value)
 {
     constexpr char emptySliceText[] = "slice is empty, but number of elements assigned is greater than zero.";
-    FinalConstructorParser<T> parser;
+    FinalConstructorParser<T> parser(&quarna::elementsOfArray);
     if (!readRightSide(parser, value)) {
         return -1;
     }
@@ -142,9 +144,9 @@ int QCppPyArray::setMultipleElementsFromNonFinalSliceIndex(SliceIndexItem item, 
     return 0;
 }
 
-#define QUARNA_ARRAY_TYPE(number, name, element)                                                           \
-    template int QCppPyArray::setItemsFromFinalOrNonFinalIntegerIndex<element>(long, long, PyObject*);     \
-    template int QCppPyArray::setIndividualElementsFromFlatSeqOfMultipleIntegerIndices<element>(           \
-        SliceIndexItem const&, PyObject*);                                                                 \
+#define QUARNA_ARRAY_TYPE(number, name, element)                                                       \
+    template int QCppPyArray::setItemsFromFinalOrNonFinalIntegerIndex<element>(long, long, PyObject*); \
+    template int QCppPyArray::setIndividualElementsFromFlatSeqOfMultipleIntegerIndices<element>(       \
+        SliceIndexItem const&, PyObject*);                                                             \
     template int QCppPyArray::setMultipleElementsFromNonFinalSliceIndex<element>(SliceIndexItem, PyObject*);
 #include "data/array_types.def"

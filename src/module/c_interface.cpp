@@ -52,8 +52,10 @@ void* QCPyArray_QCPyArrayToQDAImpl(PyObject* object)
         return whole.handle();
     }
     // The array keeps what it gathered, so the handle outlives this function's share.
-    auto const gathered = quarna::data::visitElementType(
-        whole.getType(), [&]<class T>(std::type_identity<T>) { return array->getIndexedArrayAsQDA<T>(true); });
+    auto const gathered =
+        quarna::data::visitElementType(whole.getType(), [&]<class T>(std::type_identity<T>) {
+            return array->getIndexedArrayAsQDA<T>(true);
+        });
     return gathered ? gathered->handle() : nullptr;
 }
 

@@ -14,7 +14,8 @@ PyObject* makeText(PyObject* self, bool asRepr)
     }
     return quarna::withElementForm<T>(array->isComplex(), [&]<class Element>(std::type_identity<Element>) {
         auto const text = array->getStrAsStdString<Element>(asRepr, false);
-        return text ? PyUnicode_FromStringAndSize(text->data(), static_cast<Py_ssize_t>(text->size())) : nullptr;
+        return text ? PyUnicode_FromStringAndSize(text->data(), static_cast<Py_ssize_t>(text->size()))
+                    : nullptr;
     });
 }
 
@@ -55,8 +56,8 @@ PyObject* QCPyArray_GetRepr(PyObject* self)
     return makeText<T>(self, true);
 }
 
-#define QUARNA_CLASS(suffix, attribute, element, code)                              \
-    template PyObject* QCPyArray_RichCompare<element>(PyObject*, PyObject*, int);   \
-    template PyObject* QCPyArray_GetStr<element>(PyObject*);                        \
+#define QUARNA_CLASS(suffix, attribute, element, code)                            \
+    template PyObject* QCPyArray_RichCompare<element>(PyObject*, PyObject*, int); \
+    template PyObject* QCPyArray_GetStr<element>(PyObject*);                      \
     template PyObject* QCPyArray_GetRepr<element>(PyObject*);
 #include "vocabulary/class_table.def"

@@ -1,6 +1,7 @@
 // tp_new: an array from the arguments of a call.
 #include "construction/final_constructor_parser.h"
 #include "indexing/array_object.h"
+#include "indexing/array_source.h"
 #include "module/slots.h"
 
 template <class T>
@@ -16,7 +17,7 @@ PyObject* QCPyArray_New(PyTypeObject*, PyObject* args, PyObject* kwds)
     }
     return quarna::withElementForm<T>(
         arguments->isComplex, [&]<class Element>(std::type_identity<Element>) -> PyObject* {
-            auto array = FinalConstructorParser<Element>().makeTypedArray(*arguments);
+            auto array = FinalConstructorParser<Element>(&quarna::elementsOfArray).makeTypedArray(*arguments);
             if (!array) {
                 return nullptr;
             }

@@ -119,10 +119,11 @@ int QCPyArray_SetViaIndex(PyObject* self, PyObject* index, PyObject* value)
         if (isPending(integer)) {
             return -1;
         }
-        return quarna::withElementForm<T>(array->isComplex(), [&]<class Element>(std::type_identity<Element>) {
-            return array->setItemsFromFinalOrNonFinalIntegerIndex<Element>(
-                *integer, array->fullLengthOfActiveDimension(), value);
-        });
+        return quarna::withElementForm<T>(array->isComplex(),
+                                          [&]<class Element>(std::type_identity<Element>) {
+                                              return array->setItemsFromFinalOrNonFinalIntegerIndex<Element>(
+                                                  *integer, array->fullLengthOfActiveDimension(), value);
+                                          });
     }
     if (!isSlice(index)) {
         setError(PyExc_RuntimeError, noIndexText);
@@ -131,8 +132,8 @@ int QCPyArray_SetViaIndex(PyObject* self, PyObject* index, PyObject* value)
     return assignSlice<T>(*array, index, value);
 }
 
-#define QUARNA_CLASS(suffix, attribute, element, code)                              \
-    template PyObject* QCPyArray_GetItem<element>(PyObject*, Py_ssize_t);           \
-    template PyObject* QCPyArray_GetViaIndex<element>(PyObject*, PyObject*);        \
+#define QUARNA_CLASS(suffix, attribute, element, code)                       \
+    template PyObject* QCPyArray_GetItem<element>(PyObject*, Py_ssize_t);    \
+    template PyObject* QCPyArray_GetViaIndex<element>(PyObject*, PyObject*); \
     template int QCPyArray_SetViaIndex<element>(PyObject*, PyObject*, PyObject*);
 #include "vocabulary/class_table.def"

@@ -1,10 +1,10 @@
 // The methods of all classes, but for reshape and pickling.
 #include "data/element_dispatch.h"
 #include "indexing/array_object.h"
-#include "module/array_class.h"
 #include "module/guard.h"
 #include "module/slots.h"
 #include "module/values.h"
+#include "vocabulary/array_class.h"
 #include "vocabulary/errors.h"
 #include "wrapper/element_object.h"
 
@@ -64,9 +64,9 @@ Reference bytesOfSelection(QCppPyArray const& array, quarna::StridedView const& 
                 Reference::steal(PyBytes_FromStringAndSize(nullptr, view.count() * Py_ssize_t{sizeof(T)}));
             if (bytes) {
                 char* next = PyBytes_AS_STRING(bytes.get());
-                auto const* const block = static_cast<unsigned char const*>(array.getQDAWrapper()->buf());
+                void const* const block = array.getQDAWrapper()->buf();
                 walkElements(view, quarna::WalkOrder::Nested, [&](long offset) {
-                    T const element = quarna::loadElement<T>(block + offset * long{sizeof(T)});
+                    T const element = quarna::loadElementAt<T>(block, offset);
                     std::memcpy(next, &element, sizeof(T));
                     next += sizeof(T);
                 });
@@ -102,7 +102,8 @@ PyObject* QCPyArray_Clone(PyObject* self, PyObject*)
     auto contents = quarna::data::visitElementType(
         array->getQDAWrapper()->array().getType(),
         [&]<class T>(std::type_identity<T>) { return array->getIndexedArrayAsQDA<T>(false); });
-    return contents ? quarna::newArrayObject(*std::move(contents), array->getSupportedArrayEnum(), array->isComplex())
+    return contents ? quarna::newArrayObject(*std::move(contents), array->getSupportedArrayEnum(),
+                                             array->isComplex())
                     : nullptr;
 }
 
@@ -141,10 +142,12 @@ PyMethodDef QCPyArray_Methods[] = {
     {"reshape", withKeywords(guarded<&QCPyArray_Reshape>), METH_VARARGS | METH_KEYWORDS,
      "reshape changes the dimensions of an N-dimensional array while preserving the values"},
     {"buffer_info", guarded<&QCPyArray_BufferInfo>, METH_NOARGS,
-     "buffer_info returns a two-element tuple containing the address of the buffer and the number of elements"},
+     "buffer_info returns a two-element tuple containing the address of the buffer and the number of "
+     "elements"},
     {"get_bytewise_strides", guarded<&QCPyArray_GetBytewiseStrides>, METH_NOARGS,
      "get_bytewise_strides returns a tuple containing the bytewise strides"},
-    {"clone", guarded<&QCPyArray_Clone>, METH_NOARGS, "clone returns an independent copy of the input object"},
+    {"clone", guarded<&QCPyArray_Clone>, METH_NOARGS,
+     "clone returns an independent copy of the input object"},
     {"real", guarded<&QCPyArray_Real>, METH_NOARGS,
      "real returns the real part of the input object as a 1-by-N array"},
     {"imag", guarded<&QCPyArray_Imag>, METH_NOARGS,

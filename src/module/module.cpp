@@ -1,16 +1,14 @@
 // The module's entry point: classes, exceptions and the capsule.
-#include "module/array_class.h"
 #include "module/c_interface.h"
 #include "module/guard.h"
 #include "module/type_objects.h"
+#include "vocabulary/array_class.h"
 #include "vocabulary/errors.h"
 #include "vocabulary/references.h"
 
 #include <iostream>
 
 using quarna::Reference;
-
-PyObject* ArrayArray::s_arrayClass = nullptr;
 
 namespace {
 
@@ -87,7 +85,8 @@ PyObject* init_types(PyObject* module)
             return nullptr;
         }
     }
-    return addType(module, "QCPyIter", QCPyIter_Type, "Could not initialize QCPyIter_Type.") ? module : nullptr;
+    return addType(module, "QCPyIter", QCPyIter_Type, "Could not initialize QCPyIter_Type.") ? module
+                                                                                             : nullptr;
 }
 
 /// Makes an exception class; the module's dictionary keeps it alive for the borrowed pointer.
@@ -111,8 +110,8 @@ PyObject* initialise()
         addException(dictionaryOwner, "ShapeError", "qnexceptions.ShapeError", QCPyError::shapeErr) &&
         addException(dictionaryOwner, "SizeError", "qnexceptions.SizeError", QCPyError::sizeErr) &&
         add(dictionaryOwner, "_capi",
-            Reference::steal(PyCapsule_New(const_cast<quarna_api*>(&QCPyArrayAPI::table), QUARNA_CAPSULE_NAME,
-                                           nullptr)));
+            Reference::steal(
+                PyCapsule_New(const_cast<quarna_api*>(&QCPyArrayAPI::table), QUARNA_CAPSULE_NAME, nullptr)));
     if (!complete) {
         return nullptr;
     }

@@ -30,5 +30,6 @@ PyObject* QCPyArray_Reduce(PyObject* self, PyObject*)
     if (!arguments) {
         return nullptr;
     }
-    return PyTuple_Pack(2, TypeObjectPointers[quarna::rowOf(array->getSupportedArrayEnum())], arguments.get());
+    return PyTuple_Pack(2, TypeObjectPointers[quarna::rowOf(array->getSupportedArrayEnum())],
+                        arguments.get());
 }

@@ -91,8 +91,9 @@ PyObject* QCPyArray_Reshape(PyObject* self, PyObject* args, PyObject* kwds)
     QDArrayWrapper& wrapper = *array->getQDAWrapper();
     long const count = elementCount(dims, wrapper.getElementSizeInBytes());
     if (count != wrapper.getNumberOfElements()) {
-        quarna::setComposedError(QCPyError::shapeErr, "number of elements specified by arguments to reshape() (",
-                                 count, ") does not match current number (", wrapper.getNumberOfElements(), ").");
+        quarna::setComposedError(QCPyError::shapeErr,
+                                 "number of elements specified by arguments to reshape() (", count,
+                                 ") does not match current number (", wrapper.getNumberOfElements(), ").");
         return nullptr;
     }
     if (kwds != nullptr) {

@@ -8,8 +8,7 @@
 
 /// The record of an iterator. It owns its iteration, which is null only until the object is complete.
 struct QCPyIter {
-    PyObject_HEAD
-    QCppPyIter* iterator;
+    PyObject_HEAD QCppPyIter* iterator;
 };
 
 namespace quarna {

@@ -34,9 +34,9 @@ constexpr std::size_t rowOf(SupportedArrayEnum arrayClass)
 template <class Real>
 struct ClassOfReal;
 
-#define QUARNA_CLASS(suffix, attribute, element, code) \
-    template <>                                        \
-    struct ClassOfReal<element> {                      \
+#define QUARNA_CLASS(suffix, attribute, element, code)                       \
+    template <>                                                              \
+    struct ClassOfReal<element> {                                            \
         static constexpr auto value = SupportedArrayEnum::class_##attribute; \
     };
 #include "vocabulary/class_table.def"

@@ -7,8 +7,7 @@ class QCppPyArray;
 
 /// The record of every array object. It owns its array, which is null only until the object is complete.
 struct QCPyArray {
-    PyObject_HEAD
-    QCppPyArray* array;
+    PyObject_HEAD QCppPyArray* array;
 };
 
 /// tp_dealloc of all eleven classes and of nothing else.
@@ -17,7 +16,8 @@ void QCPyArray_Delete(PyObject* self);
 /// True for an array of any of the eleven classes.
 inline bool QCPyArray_Check(PyObject* object)
 {
-    return object != nullptr && Py_TYPE(object) != nullptr && Py_TYPE(object)->tp_dealloc == &QCPyArray_Delete;
+    return object != nullptr && Py_TYPE(object) != nullptr &&
+           Py_TYPE(object)->tp_dealloc == &QCPyArray_Delete;
 }
 
 /// The cast from an object to the record, without a test.

@@ -13,11 +13,20 @@ struct FormatRow {
 };
 
 FormatRow formats[] = {
-    {"d", ArrayType::DOUBLE}, {"f", ArrayType::SINGLE}, {"q", ArrayType::INT64},   {"Q", ArrayType::UINT64},
-    {"i", ArrayType::INT32},  {"I", ArrayType::UINT32}, {"h", ArrayType::INT16},   {"H", ArrayType::UINT16},
-    {"b", ArrayType::INT8},   {"B", ArrayType::UINT8},  {"?", ArrayType::LOGICAL},
+    {"d", ArrayType::DOUBLE},
+    {"f", ArrayType::SINGLE},
+    {"q", ArrayType::INT64},
+    {"Q", ArrayType::UINT64},
+    {"i", ArrayType::INT32},
+    {"I", ArrayType::UINT32},
+    {"h", ArrayType::INT16},
+    {"H", ArrayType::UINT16},
+    {"b", ArrayType::INT8},
+    {"B", ArrayType::UINT8},
+    {"?", ArrayType::LOGICAL},
     // Taken, never given: a type's first row names its format.
-    {"l", ArrayType::INT64},  {"L", ArrayType::UINT64},
+    {"l", ArrayType::INT64},
+    {"L", ArrayType::UINT64},
 };
 
 }  // namespace

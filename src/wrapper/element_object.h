@@ -20,13 +20,21 @@ T loadElement(void const* address)
     }
 }
 
+/// The element at an offset, counted in elements, of a block.
+template <class T>
+T loadElementAt(void const* block, long offset)
+{
+    return loadElement<T>(static_cast<unsigned char const*>(block) + offset * long{sizeof(T)});
+}
+
 /// A float, int, bool or complex, as a new reference; null with an exception set. Parts of complex integers
 /// become doubles, which hold 53 bits.
 template <class T>
 PyObject* makeNumber(T element)
 {
     if constexpr (Complex<T>) {
-        return PyComplex_FromDoubles(static_cast<double>(element.real()), static_cast<double>(element.imag()));
+        return PyComplex_FromDoubles(static_cast<double>(element.real()),
+                                     static_cast<double>(element.imag()));
     } else if constexpr (Logical<T>) {
         return PyBool_FromLong(element);
     } else if constexpr (std::floating_point<T>) {

@@ -3,7 +3,8 @@
 
 #include "vocabulary/arithmetic.h"
 
-std::optional<std::vector<long>> quarna::contiguousStrides(std::span<long const> shape, long elementSize, char order)
+std::optional<std::vector<long>> quarna::contiguousStrides(std::span<long const> shape, long elementSize,
+                                                           char order)
 {
     std::vector<long> strides(shape.size());
     std::optional<long> stride = elementSize;

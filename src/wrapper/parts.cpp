@@ -54,7 +54,8 @@ struct NonComplexVisitor {
 
 }  // namespace
 
-quarna::data::Array QDArrayWrapper::extractContents(quarna::data::ArrayFactory& factory, OutputEnum output) const
+quarna::data::Array QDArrayWrapper::extractContents(quarna::data::ArrayFactory& factory,
+                                                    OutputEnum output) const
 {
     return quarna::data::apply_numeric_visitor(m_array, NonComplexVisitor{factory, output});
 }

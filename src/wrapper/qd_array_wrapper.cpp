@@ -72,7 +72,8 @@ quarna::MirrorBlock quarna::makeMirror(data::Array const& array, long sizeInByte
     return mirror;
 }
 
-QDArrayWrapper::QDArrayWrapper(quarna::data::Array&& array, char order) : m_array(std::move(array)), m_order(order)
+QDArrayWrapper::QDArrayWrapper(quarna::data::Array&& array, char order)
+    : m_array(std::move(array)), m_order(order)
 {
     init();
 }
@@ -105,7 +106,7 @@ char* QDArrayWrapper::format() const
 void QDArrayWrapper::decrementExportCount()
 {
     assert(m_exports > 0);
-    --m_exports;
+    m_exports -= m_exports > 0 ? 1 : 0;
 }
 
 long QDArrayWrapper::getElementOffsetFromIndices(std::span<long const> indices) const

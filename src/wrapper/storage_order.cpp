@@ -53,7 +53,8 @@ using Lengths = boost::container::small_vector<long, 8>;
 Lengths lengthsAboveOne(std::span<long const> dims)
 {
     Lengths lengths;
-    std::copy_if(dims.begin(), dims.end(), std::back_inserter(lengths), [](long length) { return length != 1; });
+    std::copy_if(dims.begin(), dims.end(), std::back_inserter(lengths),
+                 [](long length) { return length != 1; });
     return lengths;
 }
 
@@ -116,11 +117,10 @@ data::TypedArray<T> makeTypedArrayFromBuf(data::ElementBuffer<T>&& buffer, bool 
     return factory.createArrayFromBuffer<T>(lengths, std::move(reordered));
 }
 
-#define QUARNA_ARRAY_TYPE(number, name, element)                                                             \
-    template void convertRowMajorToColumnMajor<element>(element const*, element*, std::span<long const>);    \
-    template data::TypedArray<element> makeTypedArrayFromBuf<element>(data::ElementBuffer<element>&&, bool,  \
-                                                                      data::ArrayFactory&,                  \
-                                                                      std::span<long const>);
+#define QUARNA_ARRAY_TYPE(number, name, element)                                                          \
+    template void convertRowMajorToColumnMajor<element>(element const*, element*, std::span<long const>); \
+    template data::TypedArray<element> makeTypedArrayFromBuf<element>(                                    \
+        data::ElementBuffer<element>&&, bool, data::ArrayFactory&, std::span<long const>);
 #include "data/array_types.def"
 
 }  // namespace quarna

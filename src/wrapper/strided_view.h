@@ -39,8 +39,7 @@ class Odometer {
 public:
     Odometer(long offset, StridedDimensions fastestFirst)
         : m_offset(offset), m_dimensions(std::move(fastestFirst)), m_counters(m_dimensions.size(), 0)
-    {
-    }
+    {}
 
     long offset() const { return m_offset; }
 
@@ -85,8 +84,7 @@ private:
     RunCursor(long offset, StridedDimensions const& dimensions)
         : m_run(dimensions.front()),
           m_position(offset, StridedDimensions(dimensions.begin() + 1, dimensions.end()))
-    {
-    }
+    {}
 
     // Dimensions of length 1 do not move a walk.
     static StridedDimensions fastestFirst(StridedView const& view, WalkOrder order)

@@ -1,0 +1,11 @@
+// The elements of an array object as the source of another array.
+#pragma once
+
+#include "construction/element_source.h"
+
+namespace quarna {
+
+/// What an array of any class selects; empty, without an exception, for another object or a stale array.
+std::optional<ElementSource> elementsOfArray(PyObject* object);
+
+}  // namespace quarna
