@@ -2,6 +2,7 @@
 
 import functools
 import itertools
+import operator
 from collections import namedtuple
 
 # the class, array.array's character, the buffer format, the bytes of a real element
@@ -9,21 +10,17 @@ Row = namedtuple("Row", "name typecode format bytes")
 ROWS = [Row(*row) for row in zip(
     "double single int8 uint8 int16 uint16 int32 uint32 int64 uint64 logical".split(), "dfbBhHiIlLB", "dfbBhHiIqQ?",
     (8, 4, 1, 1, 2, 2, 4, 4, 8, 8, 1))]
-RANGES = {row.name: (-2 ** (8 * row.bytes - 1), 2 ** (8 * row.bytes - 1) - 1) if row.name[0] == "i" else
-          (0, 2 ** (8 * row.bytes) - 1) for row in ROWS if "int" in row.name}
-DIFFERENT = "unable to perform assignment because the left and right sides have a different shape."
-EMPTY = "slice is empty, but number of elements assigned is greater than zero."
-
-
+RANGES = {row.name: (0, 2 ** (8 * row.bytes) - 1) if row.name[0] == "u" else
+          (-2 ** (8 * row.bytes - 1), 2 ** (8 * row.bytes - 1) - 1) for row in ROWS if "int" in row.name}
 ShapeError, SizeError = type("ShapeError", (Exception,), {}), type("SizeError", (Exception,), {})
 
 
 def product(lengths):
-    return functools.reduce(lambda left, right: left * right, lengths, 1)
+    return functools.reduce(operator.mul, lengths, 1)
 
 
 def trimmed(lengths):
-    lengths = tuple(lengths)
+    lengths = tuple(map(int, lengths))
     return trimmed(lengths[:-1]) if len(lengths) > 2 and lengths[-1] == 1 else lengths
 
 
@@ -35,17 +32,11 @@ def convert(row, is_complex, coerce, value):
             if not low - 1 < part < high + 1:
                 raise OverflowError("value (%g) cannot be stored in a variable of type %s." % (part, row.name))
         value = value if isinstance(value, int) else complex(int(value.real), int(value.imag))
-    if is_complex:
-        return complex(value)
-    if row.name == "logical" and (coerce or isinstance(value, int)):
-        return bool(value)
-    if isinstance(value, complex):
-        raise TypeError("quarna.%s does not accept complex values if 'is_complex' is not set to 'True'." % row.name)
-    if row.name in ("double", "single"):
-        return float(value)
-    if isinstance(value, float):
-        raise TypeError("quarna.%s does not accept floating-point values." % row.name)
-    return int(value)
+    kind = float if row.name in ("double", "single") else bool if row.name == "logical" else int
+    if is_complex or isinstance(value, int) or kind is float is type(value) or kind is bool and coerce:
+        return complex(value) if is_complex else kind(value)
+    words = "floating-point values" if isinstance(value, float) else "complex values if 'is_complex' is not set to 'True'"
+    raise TypeError("quarna.%s does not accept %s." % (row.name, words))
 
 
 def flatten(value, element):
@@ -78,16 +69,16 @@ def flatten(value, element):
 
 def selection(held, key, length):
     """The indices that a slice selects; a slice of a slice is what both select, in the dimension's numbers."""
+    if type(key) is not slice:
+        raise RuntimeError("index is not an integer or slice.")
     if key.step == 0:
         raise ValueError("slice step cannot be zero.")
-    new = range(*key.indices(length))
-    new = new if len(new) else range(0)
+    new = range(*key.indices(length)) or range(0)
     if held is None:
         return new
     if held.step < 0 or new.step < 0:
         raise ValueError("successive slices must both have a positive step size.")
-    both = range(max(held.start, new.start), min(held.stop, new.stop), held.step * new.step)
-    return both if len(both) else range(0)
+    return range(max(held.start, new.start), min(held.stop, new.stop), held.step * new.step) or range(0)
 
 
 class Store:
@@ -96,11 +87,14 @@ class Store:
     def __init__(self, shape, elements, flat=False):
         self.shape, self.elements, self.reshapes = tuple(shape), list(elements), 0
         if not flat:
-            for position, element in zip(itertools.product(*map(range, shape)), elements):
-                self.elements[self.offset(position)] = element
+            self.write(itertools.product(*map(range, shape)), elements)
 
     def offset(self, position):
         return sum(index * product(self.shape[:k]) for k, index in enumerate(position))
+
+    def write(self, positions, elements):
+        for position, element in zip(positions, elements):
+            self.elements[self.offset(position)] = element
 
 
 class Array:
@@ -108,22 +102,20 @@ class Array:
         if is_complex and row.name == "logical":
             raise TypeError("logical arrays must not be complex.")
         self.row, self.is_complex, self.integers, self.held, self.cache = row, is_complex, integers, held, None
+        self.element = functools.partial(convert, row, is_complex)
         self.store = store or self.build(initializer, trimmed((1,) * (2 - len(size)) + tuple(size)) if size else ())
         self.reshapes = self.store.reshapes
 
     def build(self, initializer, size):
-        element = functools.partial(convert, self.row, self.is_complex, True)
         if initializer is None:
-            return Store(size or (0, 0), [element(0)] * product(size or (0, 0)), flat=True)
-        elements, lengths = flatten(initializer, element)
+            return Store(size or (0, 0), [self.element(True, 0)] * product(size or (0, 0)), flat=True)
+        elements, lengths = flatten(initializer, functools.partial(self.element, True))
         flat, shape = len(lengths) == 1, trimmed(lengths)
         if size and size != shape and (product(size) != len(elements) or not flat and elements):
             raise (SizeError if product(size) == len(elements) else ShapeError)(
                 "dimensions of initializer (%s) do not match dimensions specified by 'size' (%s)."
                 % tuple(str(list(side))[1:-1] for side in (shape, size)))
-        if flat and not size:
-            size = (1,) + shape if elements else (0, 0)
-        return Store(size or shape, elements, flat)
+        return Store(size or ((1,) + shape if elements else (0, 0)) if flat else size or shape, elements, flat)
 
     def part(self, integers, held=None):
         """The array that is left at these subscripts, or the element where they are complete."""
@@ -146,40 +138,32 @@ class Array:
             if not -len(active) <= key < len(active):
                 raise IndexError("index has an invalid value: %d" % key)
             return self.part(self.integers + (active[key],))
-        if type(key) is not slice:
-            raise RuntimeError("index is not an integer or slice.")
         return self.part(self.integers, selection(self.held, key, len(active)))
 
     def __setitem__(self, key, value):
         self.active()
-        depth, (length, *rest) = len(self.integers), self.store.shape[len(self.integers):]
-        element = functools.partial(convert, self.row, self.is_complex, False)
-        if isinstance(key, int):
+        length, *rest = self.store.shape[len(self.integers):]
+        single = isinstance(key, int)
+        if single:
             if not -length <= key < length:
                 raise IndexError("index has an invalid value: %d" % key)
             if self.held is not None and key % length >= len(self.held):
                 raise RuntimeError("unable to index into slice.")
-            selected = [key % length if self.held is None else self.held[key % length]]
             if not rest and hasattr(value, "__len__"):
-                raise TypeError("sequence passed when scalar was expected.")
-            elements, lengths = flatten(value, element) if rest else ([element(value)], ())
-            fits = lengths == tuple(rest)
-        else:
-            selected = selection(None, key, length)
-            elements, lengths = flatten(value, element)
-            fits = bool(rest) or lengths == (len(selected),)
-            if rest and not elements:
-                if selected:
-                    raise ValueError("slice is nonempty but values are empty.")
-            elif rest:
-                selected = selected and selection(self.held, key, length)
-                if not selected:
-                    raise ValueError(EMPTY)
-        if not fits:
-            raise ValueError(DIFFERENT)
+                raise TypeError("value is not numeric." if isinstance(value, str) else
+                                "sequence passed when scalar was expected.")
+        selected = selection(None, key, length) if not single else [(self.held or range(length))[key % length]]
+        elements, lengths = flatten(value, functools.partial(self.element, False))
+        if lengths != tuple(rest) if single and rest else not single and not rest and lengths != (len(selected),):
+            raise ValueError("unable to perform assignment because the left and right sides have a different shape.")
+        if not single and rest and selected and not elements:
+            raise ValueError("slice is nonempty but values are empty.")
+        if not single and rest and elements and not (selected and selection(self.held, key, length)):
+            raise ValueError("slice is empty, but number of elements assigned is greater than zero.")
+        if not single and rest and elements:
+            selected = selection(self.held, key, length)
         targets = [self.integers + place for place in itertools.product(selected, *map(range, rest))]
-        for position, element in zip(targets, elements):
-            self.store.elements[self.store.offset(position)] = element
+        self.store.write(targets, elements)
         if len(targets) != len(elements):
             raise ValueError("length of slice does not match number of elements.")
 
@@ -209,11 +193,11 @@ class Array:
     def __eq__(self, other):
         return isinstance(other, Array) and self.row == other.row and self.tolist() == other.tolist()
 
-    def __str__(self):
-        return str(self.tolist()).replace(" ", "")
-
     def __repr__(self):
         return "quarna.%s(%s%s)" % (self.row.name, self, ", is_complex=True" if self.is_complex else "")
 
+    def __str__(self):
+        return str(self.tolist()).replace(" ", "")
 
-NAMESPACE = dict({row.name: functools.partial(Array, row) for row in ROWS}, ShapeError=ShapeError, SizeError=SizeError)
+
+NAMESPACE = {row.name: functools.partial(Array, row) for row in ROWS}

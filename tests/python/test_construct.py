@@ -1,6 +1,7 @@
 """Building arrays: what each form of the call makes, and what it refuses."""
 
 import array
+import itertools
 
 import pytest
 
@@ -51,6 +52,37 @@ def test_other_roads_to_the_same_array(code, same):
     names = dict(NAMES, array=array.array)
     assert outcome(code, names) == outcome(same, names)
     agrees(eval(code, names))
+
+
+class Walked:
+    """Hides what a sequence is, so that only its length and its items are left."""
+
+    def __init__(self, sequence):
+        self.sequence = sequence
+
+    def __len__(self):
+        return len(self.sequence)
+
+    def __getitem__(self, i):
+        return self.sequence[i]
+
+
+@pytest.mark.parametrize("code", codes("""
+b'' | b'ab' | bytearray(b'ab') | type('B', (bytes,), {'__getitem__': lambda self, i: 5})(b'ab') | array('d', [1.5, -0.0]) | array('f', [0.1])
+array('b', [-1, 44]) | array('Q', [2 ** 64 - 1]) | array('q', [-2 ** 63]) | array('d')[:] | memoryview(b'abcd')[::-2]
+memoryview(array('d', [1, 2, 3]))[1:] | memoryview(b'ab').cast('c') | memoryview(b'\\x00\\x02').cast('?') | memoryview(b'abcd').cast('B', [2, 2])
+memoryview(b'abcdefgh').cast('n') | memoryview(b'abcdefgh').cast('P') | memoryview(b'a').cast('B', []) | int8([[1, 2], [3, -4]])[::-1]
+int64([2 ** 53 + 1], is_complex=True) | uint64([2.0 ** 63, 5], is_complex=True).real() | double([1e300, -1e300]) | single(size=(2, 0, 3))
+[int8([1, 2])[0], (3, 4)] | [int8(size=(2, 0)), [[1], [2]]] | [[[1], [2]], int8(size=(2, 0))] | [memoryview(b''), [1]] | logical([True])
+"""))
+def test_sequences_that_lie_in_memory_read_as_those_that_are_walked(code):
+    names = dict(NAMES, array=array.array)
+    for made in (code, "[%s, %s]" % (code, code)):
+        for cls, flag, form in itertools.product(ROWS, ("", ", is_complex=True"), ("%s(s%s)", "%s(vector=s%s)", "%s(s, size=(2, 1)%s)")):
+            names["s"] = eval(made, names)
+            walked = Walked(names["s"])
+            call = form % (cls.name, flag)
+            assert (call, outcome(call, names)) == (call, outcome(call, dict(names, s=walked)))
 
 
 REFUSALS = [

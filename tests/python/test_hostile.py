@@ -26,38 +26,23 @@ class Sequence:
         return self.item(i)
 
 
-def hole(at, then=IndexError):
-    """An item function that breaks off."""
-    def item(i):
-        if i >= at:
-            raise then
-        return 1
-    return item
-
-
-def broken():
-    raise KeyError("no length")
+def raising(kind, at=0):
+    """A function that raises when called with this number or a higher one, and otherwise answers 1."""
+    return lambda i=0: exec("raise kind", {"kind": kind}) if i >= at else 1
 
 
 @pytest.mark.parametrize("length, item, kind, gone", [
-    (3, hole(2), IndexError, 2),
-    (3, hole(0), IndexError, 0),
-    (3, hole(1, ZeroDivisionError), ZeroDivisionError, 1),
-    (3, hole(1, KeyboardInterrupt), KeyboardInterrupt, 1),
-    (broken, None, KeyError, None),
-    (-1, None, ValueError, None),
-    (2 ** 64, None, OverflowError, None),
+    (3, raising(IndexError, 2), IndexError, 2), (3, raising(IndexError), IndexError, 0),
+    (3, raising(ZeroDivisionError, 1), ZeroDivisionError, 1), (3, raising(KeyboardInterrupt, 1), KeyboardInterrupt, 1),
+    (raising(KeyError), None, KeyError, None), (-1, None, ValueError, None), (2 ** 64, None, OverflowError, None),
     (None, None, TypeError, None),
 ])
 def test_sequences_that_break_off(length, item, kind, gone):
     names = dict(s=Sequence(length, item), a=NAMES["int8"]([[1, 1, 1], [2, 2, 2]]))
     for code in ("int8(s)", "int8([s, s])", "int8(s, size=(1, 3))", "a[0] = s", "a[1:] = s", "a[0][:] = s"):
         refuses(code, kind, **names)
-    for code, text in (("vector", "item %s could not be retrieved."), ("size", SIZE_ITEM)):
-        if gone is None:
-            refuses("int8(%s=s)" % code, kind, **names)
-        else:
-            refuses("int8(%s=s)" % code, RuntimeError, text % gone, **names)
+    for code, text in (("int8(vector=s)", "item %s could not be retrieved."), ("int8(size=s)", SIZE_ITEM)):
+        refuses(code, *(kind,) if gone is None else (RuntimeError, text % gone), **names)
     assert str(names["a"]) == "[[1,1,1],[2,2,2]]"
 
 
@@ -71,22 +56,14 @@ def test_sequences_that_change_while_they_are_walked():
         except ValueError:
             continue
         assert str(double(eval(str(made)), size=made.size)) == str(made)
-    for position, act in itertools.product(range(3), ("clear()", "append([3])", "reverse()", "pop()")):
-        items = [[1], [2], [3]]
-        items[position] = Sequence(lambda: eval("items." + act, {"items": items}) and None or 1)
-        try:
-            double(items)
-        except (ValueError, IndexError):
-            pass
 
 
 def test_nests_without_an_end():
     itself = []
     itself.append(itself)
-    deep, tower = 1, ()
+    deep, tower, target = 1, (), NAMES["double"]([[1, 2]])
     for _ in range(100000):
         deep, tower = [deep], (tower,)
-    target = NAMES["double"]([[1, 2]])
     for nest in (itself, [itself, itself], deep, tower, Sequence(1, lambda i: Sequence(1, lambda j: itself))):
         for code in ("double(s)", "logical(s, size=(1, 1))", "a[0] = s", "a[0:] = s", "a[0][0:1] = s"):
             refuses(code, RecursionError, s=nest, a=target)
@@ -105,18 +82,19 @@ def test_sizes_that_fit_nowhere():
         except MemoryError:
             continue
         assert empty.size == size and memoryview(empty).nbytes == 0
+        try:
+            NAMES["double"]().reshape(size)
+        except (NAMES["ShapeError"], MemoryError):
+            pass
         if size[0]:
             assert empty[2 ** 62 - 1].size == size[1:]
             refuses("str(a)", MemoryError, a=empty)
-        else:
-            assert str(empty) == "[]" and list(empty) == []
 
 
 def test_ten_thousand_dimensions():
     lengths = (1,) * 9999 + (2,)
-    array = NAMES["int16"]([3, 4], size=lengths)
+    array = part = NAMES["int16"]([3, 4], size=lengths)
     assert array.size == lengths
-    part = array
     for _ in range(9999):
         part = part[0]
     assert str(part) == "[3,4]" and part[1] == 4 and part.clone().size == part.size == (2,)
@@ -133,16 +111,11 @@ def test_ten_thousand_dimensions():
     assert array.reshape(1, 2)[0][1] == 6
 
 
-def test_a_hundred_million_elements():
-    array = NAMES["int8"](size=(10 ** 8, 1))
-    array[-1][0] = 5
-    assert array[10 ** 8 - 1][0] == 5 and memoryview(array).nbytes == 10 ** 8 and array[10 ** 8 - 2:].size == (2, 1)
-
-
-@pytest.mark.skipif(os.sysconf("SC_PAGE_SIZE") * os.sysconf("SC_AVPHYS_PAGES") < 2 ** 34, reason="takes 9 GB")
-def test_more_bytes_than_32_bits_count():
-    half = 2 ** 31 + 5
+@pytest.mark.parametrize("half", [5 * 10 ** 7, 2 ** 31 + 5])
+def test_large_arrays(half):
+    if os.sysconf("SC_PAGE_SIZE") * os.sysconf("SC_AVPHYS_PAGES") < 6 * half:
+        pytest.skip("takes much more memory than there is")
     array = NAMES["uint8"](size=(2, half))
     array[1][-1] = 200
     assert array.buffer_info()[1] == 2 * half == memoryview(array).nbytes
-    assert array[1][half - 1] == 200 and list(array[1][2 ** 31:]) == [0, 0, 0, 0, 200] and array[0][half - 1] == 0
+    assert array[1][half - 1] == 200 and list(array[1][half - 5:]) == [0, 0, 0, 0, 200] and array[0][half - 1] == 0

@@ -1,35 +1,36 @@
 """The module as it is imported: names, classes, documentation, the two exceptions, and the functions of the capsule."""
 
 import ctypes
+import os
+import subprocess
+import sys
 
 import pytest
 import quarna
 import quarnamultidimarrayforpython as module
 
-from helpers import CLASSES, NAMES, agrees, array_of_handle, handle_contents, handle_of_array, new_handle, refuses
+from helpers import (NAMES, agrees, array_of_handle, each_class, handle_contents, handle_of_array, new_handle, refuses)
 from model import ROWS
 
-ATTRIBUTES = {
-    "size": "dimensions",
-    "_size": "dimensions",
-    "itemsize": "size of an element in bytes",
-    "_real": "real part of elements; equivalent to real()",
-    "_imag": "imaginary part of elements; equivalent to imag()",
-    "_data": "elements in storage order; equivalent to noncomplex()",
-    "_is_complex": "whether array is complex",
-}
-METHODS = {
-    "reshape": "reshape changes the dimensions of an N-dimensional array while preserving the values",
-    "buffer_info": "buffer_info returns a two-element tuple containing the address of the buffer and the number of elements",
-    "get_bytewise_strides": "get_bytewise_strides returns a tuple containing the bytewise strides",
-    "clone": "clone returns an independent copy of the input object",
-    "real": "real returns the real part of the input object as a 1-by-N array",
-    "imag": "imag returns the imaginary part of the input object as a 1-by-N array",
-    "noncomplex": "noncomplex returns the the input object (which must be noncomplex) as a 1-by-N array",
-    "toarray": "toarray returns an array.array initialized from the input object",
-    "tomemoryview": "tomemoryview returns a memoryview initialized from the input object",
-    "__reduce__": "__reduce__ pickles the input object",
-}
+DOCS = [line.split(": ") for line in """
+size: dimensions
+_size: dimensions
+itemsize: size of an element in bytes
+_real: real part of elements; equivalent to real()
+_imag: imaginary part of elements; equivalent to imag()
+_data: elements in storage order; equivalent to noncomplex()
+_is_complex: whether array is complex
+reshape: reshape changes the dimensions of an N-dimensional array while preserving the values
+buffer_info: buffer_info returns a two-element tuple containing the address of the buffer and the number of elements
+get_bytewise_strides: get_bytewise_strides returns a tuple containing the bytewise strides
+clone: clone returns an independent copy of the input object
+real: real returns the real part of the input object as a 1-by-N array
+imag: imag returns the imaginary part of the input object as a 1-by-N array
+noncomplex: noncomplex returns the the input object (which must be noncomplex) as a 1-by-N array
+toarray: toarray returns an array.array initialized from the input object
+tomemoryview: tomemoryview returns a memoryview initialized from the input object
+__reduce__: __reduce__ pickles the input object
+""".strip().splitlines()]
 
 
 def test_names_in_their_order():
@@ -39,17 +40,17 @@ def test_names_in_their_order():
     assert all(getattr(quarna, name) is getattr(module, name) for name in own[:11] + ["ShapeError", "SizeError"])
 
 
-@pytest.mark.parametrize("cls, name", [(cls, row.name) for cls, row in zip(CLASSES, ROWS)])
-def test_a_class(cls, name):
+@each_class
+def test_a_class(row):
+    cls, name = NAMES[row.name], row.name
     assert (cls.__module__, cls.__qualname__, cls.__doc__) == ("quarna", name, name)
     assert repr(cls) == "<class 'quarna.%s'>" % name and cls.__base__ is object and cls.__hash__ is None
-    own = [key for key in vars(cls) if key in ATTRIBUTES or key in METHODS]
-    assert {key: getattr(cls, key).__doc__ for key in own} == dict(ATTRIBUTES, **METHODS)
-    assert [key for key in own if key in METHODS] == list(METHODS) and [key for key in own if key in ATTRIBUTES] == list(ATTRIBUTES)
+    own = [[key, getattr(cls, key).__doc__] for key in vars(cls)]
+    assert [pair for pair in own if pair in DOCS[:7]] == DOCS[:7] and [pair for pair in own if pair in DOCS[7:]] == DOCS[7:]
     made = cls([1])
     refuses("class Heir(cls): pass", TypeError, cls=cls)
     refuses("hash(made)", TypeError, "unhashable type: 'quarna.%s'" % name, made=made)
-    for key in list(ATTRIBUTES) + ["extra"]:
+    for key, _ in DOCS[:7] + [["extra", None]]:
         refuses("made.%s = 1" % key, AttributeError, made=made)
     for code in ("del made[0]", "del made[0][0]", "del made[0:1]", "made[0].__delitem__(0)"):
         refuses(code, TypeError, "array elements cannot be deleted.", made=made)
@@ -66,43 +67,62 @@ def test_the_iterator_class_and_the_exceptions():
         assert (kind.__name__, kind.__module__, kind.__bases__) == (name, "qnexceptions", (Exception,))
 
 
-def test_handles_come_in_as_arrays():
-    for row, number in zip(ROWS, [3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 0]):
-        for kind in (number, number + 10)[:1 + (row.name != "logical")]:
-            start = new_handle(kind, (2, 3, 1))
-            made = array_of_handle(start)
-            assert type(made) is NAMES[row.name] and made._is_complex is (kind > 12) and made.size == (2, 3, 1)
-            agrees(made)
-            made[1][2][0] = 1
-            assert made[1][2][0] == 1 and handle_of_array(made) == start
-            agrees(made)
+@each_class
+def test_handles_come_in_as_arrays(row):
+    number = [3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 0][ROWS.index(row)]
+    for kind in (number, number + 10)[:1 + (row.name != "logical")]:
+        start = new_handle(kind, (2, 3, 1))
+        made = array_of_handle(start)
+        assert type(made) is NAMES[row.name] and made._is_complex is (kind > 12) and made.size == (2, 3, 1)
+        agrees(made)
+        made[1][2][0] = 1
+        assert made[1][2][0] == 1 and handle_of_array(made) == start
+        agrees(made)
+
+
+def test_handles_that_are_refused_or_strange():
     refuses("take(start)", RuntimeError, "invalid type.", take=array_of_handle, start=new_handle(1))
     refuses("take(None)", RuntimeError, "null data pointer.", take=array_of_handle)
     give_nothing = ctypes.PYFUNCTYPE(ctypes.c_void_p, ctypes.c_void_p)(ctypes.cast(handle_of_array, ctypes.c_void_p).value)
     refuses("give(None)", RuntimeError, "object not initialized.", give=give_nothing)
-
-
-def test_handles_go_out():
-    a = NAMES["int8"]([[1, 2, 3, 4], [5, 6, 7, 8], [9, 10, 11, 12]])
-    for code, dimensions, contents in (
-            ("a", (3, 4), [1, 5, 9, 2, 6, 10, 3, 7, 11, 4, 8, 12]), ("a[1]", (1, 4), [5, 6, 7, 8]),
-            ("a[1][0:2]", (1, 2), [5, 6]), ("a[::-2]", (2, 4), [9, 1, 10, 2, 11, 3, 12, 4]),
-            ("a[1][2:3]", (1, 1), [7]), ("a[5:]", (0, 4), []), ("a[1][4:]", (0, 4), [])):
-        part = eval(code)
-        assert handle_contents(handle_of_array(part), 1) == (dimensions, bytes(contents))
-        assert handle_of_array(part) == handle_of_array(part)
-    row = a[1]
-    start = handle_of_array(row)
-    a[1][0] = 50
-    assert handle_of_array(row) == start and handle_contents(start, 1)[1] == bytes([5, 6, 7, 8])
-    again = a[1]
-    assert handle_of_array(again) != start and handle_contents(handle_of_array(again), 1)[1] == bytes([50, 6, 7, 8])
-
-
-def test_arrays_of_one_dimension_come_in():
+    truths = new_handle(0, (1, 3))
+    ctypes.memmove(handle_contents(truths, 1)[2], b"\x02\x00\xff", 3)
+    made = array_of_handle(truths)
+    assert str(made) == "[[True,False,True]]" and made == NAMES["logical"]([1, 0, 1]) == made.clone()
     row = array_of_handle(new_handle(5, (3,)))
     row[:] = [7, 8, 0]
-    assert row.size == (3,) and str(row) == "[7,8,0]" and row[-2] == 8 == row[1:][0] and row == row.clone()
-    assert list(row.noncomplex()) == [7, 8, 0] == row.toarray().tolist() and memoryview(row).shape == (3,)
+    assert row.size == (3,) == memoryview(row).shape and row[-2] == 8 and row.toarray().tolist() == [7, 8, 0]
     agrees(row)
-    assert row.reshape(3, 1).size == (3, 1)
+
+
+@pytest.mark.parametrize("code, dimensions, contents", [
+    ("a", (3, 4), [1, 5, 9, 2, 6, 10, 3, 7, 11, 4, 8, 12]), ("a[1]", (1, 4), [5, 6, 7, 8]), ("a[1][0:2]", (1, 2), [5, 6]),
+    ("a[::-2]", (2, 4), [9, 1, 10, 2, 11, 3, 12, 4]), ("a[1][2:3]", (1, 1), [7]), ("a[5:]", (0, 4), []), ("a[1][4:]", (0, 4), []),
+])
+def test_handles_go_out(code, dimensions, contents):
+    a = NAMES["int8"]([[1, 2, 3, 4], [5, 6, 7, 8], [9, 10, 11, 12]])
+    part = eval(code)
+    start = handle_of_array(part)
+    assert handle_contents(start, 1)[:2] == (dimensions, bytes(contents))
+    a[1][0], a[1][2], a[2][0] = 50, 70, 90
+    again = eval(code)
+    assert handle_of_array(part) == start and (handle_of_array(again) == start) is (code == "a")
+    assert (handle_contents(start, 1) == handle_contents(handle_of_array(again), 1)) is (code == "a" or not contents)
+
+
+@pytest.mark.parametrize("broken, text", [
+    ("sys.modules['array'] = None", "unable to import array module."),
+    ("del array.array", "unable to retrieve array.array class."),
+    ("array.array = 5", "array.array class is not callable."),
+])
+def test_an_import_that_fails(broken, text):
+    code = "import array, sys\n%s\ntry: import %s\nexcept RuntimeError as failure: print(failure)" % (broken, module.__name__)
+    path = os.pathsep.join([os.path.dirname(module.__file__)] + os.environ.get("PYTHONPATH", "").split(os.pathsep))
+    assert subprocess.check_output([sys.executable, "-c", code], env=dict(os.environ, PYTHONPATH=path)) == text.encode() + b"\n"
+
+
+@pytest.mark.parametrize("omitted", ["110", "110,113,114,115"])
+def test_a_library_without_the_optional_operations(omitted, script):
+    files = [os.path.join(os.path.dirname(__file__), "test_%s.py" % name) for name in ("construct", "assign", "parts_and_methods")]
+    code = subprocess.call([sys.executable, "-m", "pytest", "-qx"] + files, env=dict(os.environ, QUARNA_SCRIPT_OMIT=omitted))
+    assert code == 0
