@@ -23,7 +23,7 @@ test:
 	@tools/test
 
 bench: build
-	@tools/run "$(PYTHON)" benchmarks/arrays.py
+	@tools/run "$$(tools/environment)" benchmarks/bench.py
 
 lint:
 	@tools/lint

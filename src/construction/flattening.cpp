@@ -205,8 +205,10 @@ bool FinalConstructorParser<T>::copyElements(quarna::ElementSource const& source
     long const count = source.view.count();
     if (count <= m_capacity - m_elementCount) {
         T* next = m_elements.get() + m_elementCount;
-        walkElements(source.view, quarna::WalkOrder::Nested,
-                     [&](long offset) { *next++ = quarna::loadElementAt<T>(source.block, offset); });
+        walkRuns(source.view, quarna::WalkOrder::Nested, [&](long offset, long length, long stride) {
+            next = quarna::loadRun(source.block, offset, length, stride, next);
+            return true;
+        });
     }
     m_elementCount += count;
     return true;

@@ -6,39 +6,40 @@
 
 namespace {
 
-// A gathered element is what it would be had it come as a Python number; empty for one that cannot be taken back.
-template <class T>
-std::optional<T> throughPythonNumber(T element)
-{
-    if constexpr (quarna::survivesPythonNumber<T>) {
-        return element;
-    } else {
-        return quarna::convertNumber<T>(quarna::numberFromElement(element), false).value;
-    }
-}
-
-/// Copies the selected elements to `destination` in storage order. False, with the exception of the first one in
-/// nested order, if there are some that cannot be taken.
+/// Copies the selected elements to `destination` in storage order. A gathered element is what it would be had it
+/// come as a Python number; false, with the exception of the first one in nested order, if there are some that
+/// cannot be taken back.
 template <class T>
 bool copySelection(void const* block, quarna::StridedView const& view, T* destination)
 {
-    bool complete = true;
-    walkElements(view, quarna::WalkOrder::Stored, [&](long offset) {
-        auto const element = throughPythonNumber(quarna::loadElementAt<T>(block, offset));
-        complete = complete && element.has_value();
-        *destination++ = element.value_or(T{});
-    });
-    if (complete) {
+    if constexpr (quarna::survivesPythonNumber<T>) {
+        walkRuns(view, quarna::WalkOrder::Stored, [&](long offset, long length, long stride) {
+            destination = quarna::loadRun(block, offset, length, stride, destination);
+            return true;
+        });
         return true;
-    }
-    walkElements(view, quarna::WalkOrder::Nested, [&](long offset) {
-        auto const result = quarna::convertNumber<T>(
-            quarna::numberFromElement(quarna::loadElementAt<T>(block, offset)), false);
-        if (!result.value && !PyErr_Occurred()) {
-            setError(result.exceptionType, result.message.c_str());
+    } else {
+        auto const throughPythonNumber = [&](long offset) {
+            return quarna::convertNumber<T>(
+                quarna::numberFromElement(quarna::loadElementAt<T>(block, offset)), false);
+        };
+        bool complete = true;
+        walkElements(view, quarna::WalkOrder::Stored, [&](long offset) {
+            auto const result = throughPythonNumber(offset);
+            complete = complete && result.value;
+            *destination++ = result.value.value_or(T{});
+        });
+        if (complete) {
+            return true;
         }
-    });
-    return false;
+        walkElements(view, quarna::WalkOrder::Nested, [&](long offset) {
+            auto const result = throughPythonNumber(offset);
+            if (!result.value && !PyErr_Occurred()) {
+                setError(result.exceptionType, result.message.c_str());
+            }
+        });
+        return false;
+    }
 }
 
 /// The dimensions of a gathered selection. An empty one has as many as the array that it was taken from.

@@ -8,6 +8,8 @@
 #include "vocabulary/errors.h"
 #include "wrapper/element_object.h"
 
+#include <cstring>
+
 using quarna::guarded;
 using quarna::Reference;
 using quarna::requireArray;

@@ -5,7 +5,7 @@
 
 #include "vocabulary/element.h"
 
-#include <cstring>
+#include <algorithm>
 
 namespace quarna {
 
@@ -25,6 +25,19 @@ template <class T>
 T loadElementAt(void const* block, long offset)
 {
     return loadElement<T>(static_cast<unsigned char const*>(block) + offset * long{sizeof(T)});
+}
+
+/// Copies a run of elements of a block to `destination`; returns the end of the copy.
+template <class T>
+T* loadRun(void const* block, long offset, long length, long stride, T* destination)
+{
+    if (stride == 1 && !Logical<T>) {
+        return std::copy_n(static_cast<T const*>(block) + offset, length, destination);
+    }
+    for (long i = 0; i < length; ++i) {
+        *destination++ = loadElementAt<T>(block, offset + i * stride);
+    }
+    return destination;
 }
 
 /// A float, int, bool or complex, as a new reference; null with an exception set. Parts of complex integers

@@ -3,6 +3,7 @@
 import copy
 import ctypes
 import gc
+import itertools
 import pickle
 import sys
 
@@ -87,7 +88,7 @@ b[0].__setitem__(0, 7) | memoryview(b)
 def test_whatever_the_library_refuses(code, script):
     """Each operation, from each of its calls on: nothing is lost, and the array works."""
     for number in (1, 3, 13, 11, 110, 51, 53, 59, 55, 60, 57, 114, 58, 115, 63, 71, 113, 72, 56, 94, 96, 49, 14):
-        for (refusal, kind), after in [(refusal, after) for refusal in ((19, MemoryError), (8, RuntimeError)) for after in range(4)]:
+        for (refusal, kind), after in itertools.product(((19, MemoryError), (26, MemoryError), (8, RuntimeError)), range(3)):
             before, names = script.scripted_live_objects(), arrays()
             if "made" in code:
                 names["made"] = new_handle(7, (2, 2))

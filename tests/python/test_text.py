@@ -11,7 +11,7 @@ from helpers import NAMES
     ("uint64([1.5e19], is_complex=True).real()", "uint64([15000000000000000000])"), ("double()", "double([])"),
     ("logical([[True], [False]])", "logical([[True],[False]])"), ("double(size=(0, 3))", "double([])"),
     ("double([1 + 2j, 3j, -1.5], is_complex=True)", "double([[(1+2j),3j,(-1.5+0j)]], is_complex=True)"),
-    ("double([complex(nan, -inf)], is_complex=True)", "double([[(nan-infj)]], is_complex=True)"),
+    ("double([complex(nan, -inf), complex(-0.0, 2)], is_complex=True)", "double([[(nan-infj),(-0+2j)]], is_complex=True)"),
     ("int8([1], is_complex=True)", "int8([[(1+0j)]], is_complex=True)"), ("double(size=(2, 0))", "double([[],[]])"),
     ("int8([[1, 2, 3], [4, 5, 6]])[0:1]", "int8([[1,2,3]])"), ("int8([[1, 2, 3], [4, 5, 6]])[1][::-2]", "int8([6,4])"),
     ("int8([[1, 2, 3], [4, 5, 6]])[5:]", "int8([])"), ("int8(size=(500, 200))", "int8([%s])" % ",".join(["[" + "0," * 199 + "0]"] * 500)),
