@@ -10,36 +10,42 @@ namespace {
 /// come as a Python number; false, with the exception of the first one in nested order, if there are some that
 /// cannot be taken back.
 template <class T>
+requires quarna::survivesPythonNumber<T>
 bool copySelection(void const* block, quarna::StridedView const& view, T* destination)
 {
-    if constexpr (quarna::survivesPythonNumber<T>) {
-        walkRuns(view, quarna::WalkOrder::Stored, [&](long offset, long length, long stride) {
-            destination = quarna::loadRun(block, offset, length, stride, destination);
-            return true;
-        });
+    walkRuns(view, quarna::WalkOrder::Stored, [&](long offset, long length, long stride) {
+        destination = quarna::loadRun(block, offset, length, stride, destination);
         return true;
-    } else {
-        auto const throughPythonNumber = [&](long offset) {
-            return quarna::convertNumber<T>(
-                quarna::numberFromElement(quarna::loadElementAt<T>(block, offset)), false);
-        };
-        bool complete = true;
-        walkElements(view, quarna::WalkOrder::Stored, [&](long offset) {
-            auto const result = throughPythonNumber(offset);
-            complete = complete && result.value;
-            *destination++ = result.value.value_or(T{});
-        });
-        if (complete) {
-            return true;
-        }
-        walkElements(view, quarna::WalkOrder::Nested, [&](long offset) {
-            auto const result = throughPythonNumber(offset);
-            if (!result.value && !PyErr_Occurred()) {
-                setError(result.exceptionType, result.message.c_str());
-            }
-        });
-        return false;
+    });
+    return true;
+}
+
+template <class T>
+bool copySelection(void const* block, quarna::StridedView const& view, T* destination)
+{
+    auto const throughPythonNumber = [&](long offset) {
+        return quarna::convertNumber<T>(quarna::numberFromElement(quarna::loadElementAt<T>(block, offset)),
+                                        false);
+    };
+    bool complete = true;
+    walkElements(view, quarna::WalkOrder::Stored, [&](long offset) {
+        auto const result = throughPythonNumber(offset);
+        complete = complete && result.value;
+        *destination++ = result.value.value_or(T{});
+    });
+    if (complete) {
+        return true;
     }
+    // Raising can run Python code, so it comes when the elements are no longer looked at.
+    CValueResult<T> refusal;
+    walkElements(view, quarna::WalkOrder::Nested, [&](long offset) {
+        auto result = throughPythonNumber(offset);
+        if (!result.value && refusal.exceptionType == nullptr) {
+            refusal = std::move(result);
+        }
+    });
+    setError(refusal.exceptionType, refusal.message.c_str());
+    return false;
 }
 
 /// The dimensions of a gathered selection. An empty one has as many as the array that it was taken from.
