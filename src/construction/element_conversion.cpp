@@ -14,7 +14,6 @@ namespace {
 
 using quarna::className;
 using quarna::composeText;
-using quarna::Number;
 using quarna::RealPartOf;
 
 template <class T>
@@ -247,5 +246,5 @@ CValueResult<T> GetCValueFromPyObjFunctor<T, Unused>::operator()(PyObject* objec
 
 #define QUARNA_ARRAY_TYPE(number, name, element)        \
     template struct GetCValueFromPyObjFunctor<element>; \
-    template CValueResult<element> quarna::convertNumber<element>(Number const&, bool);
+    template CValueResult<element> quarna::convertNumber<element>(quarna::Number const&, bool);
 #include "data/array_types.def"
