@@ -5,6 +5,7 @@
 #include "vocabulary/class_table.h"
 #include "vocabulary/errors.h"
 #include "vocabulary/python_values.h"
+#include "vocabulary/recursion.h"
 #include "wrapper/element_object.h"
 
 #include <algorithm>

@@ -1,6 +1,7 @@
 // Reading elements: one number, or a nested list of all that is selected. All reads go to the mirror.
 #include "indexing/qcpp_py_array.h"
 #include "vocabulary/errors.h"
+#include "vocabulary/recursion.h"
 #include "vocabulary/references.h"
 #include "wrapper/element_object.h"
 

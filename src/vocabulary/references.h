@@ -42,23 +42,4 @@ private:
     PyObject* m_object = nullptr;
 };
 
-/// Counts one level of recursion over Python values or dimensions; without room for it a RecursionError is set.
-class RecursionLevel {
-public:
-    explicit RecursionLevel(const char* where) : m_entered(Py_EnterRecursiveCall(where) == 0) {}
-    RecursionLevel(RecursionLevel const&) = delete;
-    RecursionLevel& operator=(RecursionLevel const&) = delete;
-    ~RecursionLevel()
-    {
-        if (m_entered) {
-            Py_LeaveRecursiveCall();
-        }
-    }
-
-    explicit operator bool() const { return m_entered; }
-
-private:
-    bool m_entered;
-};
-
 }  // namespace quarna
