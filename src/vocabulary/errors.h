@@ -17,11 +17,13 @@ extern PyObject* sizeErr;
 
 namespace quarna {
 
-/// The pieces one after the other, in the stream's default format. For refusals only: it allocates.
+/// The pieces one after the other, in the stream's default format. For refusals only: it allocates, and throws
+/// std::bad_alloc rather than cut a text short.
 template <class... Pieces>
 std::string composeText(Pieces const&... pieces)
 {
     std::ostringstream stream;
+    stream.exceptions(std::ios::badbit);
     (stream << ... << pieces);
     return stream.str();
 }
