@@ -126,8 +126,8 @@ PyObject* QCPyArray_ToArrayArray(PyObject* self, PyObject*)
     if (!bytes) {
         return nullptr;
     }
-    int const code = TypeAsChar[quarna::rowOf(array->getSupportedArrayEnum())];
-    PyObject* const result = PyObject_CallFunction(ArrayArray::s_arrayClass, "CO", code, bytes.get());
+    auto const code = static_cast<unsigned char>(TypeAsChar[quarna::rowOf(array->getSupportedArrayEnum())]);
+    PyObject* const result = PyObject_CallFunction(ArrayArray::s_arrayClass, "CO", int{code}, bytes.get());
     if (result == nullptr) {
         setError(PyExc_RuntimeError, refusal);
     }
