@@ -4,8 +4,6 @@
 #include "vocabulary/errors.h"
 #include "vocabulary/references.h"
 
-using quarna::Reference;
-
 PyObject* makePyObjectFromLong(long value)
 {
     PyObject* const object = PyLong_FromLong(value);
