@@ -13,7 +13,11 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
+#include <iterator>
 #include <numeric>
+#include <span>
+#include <utility>
 
 namespace {
 

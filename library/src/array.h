@@ -3,6 +3,8 @@
 
 #include "block.h"
 
+#include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <vector>
 

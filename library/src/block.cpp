@@ -2,6 +2,7 @@
 #include "block.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdlib>
 #include <cstring>
 #include <malloc.h>

@@ -3,6 +3,7 @@
 
 #include "quarna_data_array/c_abi.h"
 
+#include <cstddef>
 #include <memory>
 
 namespace quarna::library {

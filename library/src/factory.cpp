@@ -3,6 +3,8 @@
 #include "element_type.h"
 #include "operations.h"
 
+#include <cstddef>
+#include <cstdint>
 #include <cstring>
 #include <utility>
 

@@ -2,6 +2,7 @@
 #include "operations.h"
 #include "position.h"
 
+#include <cstddef>
 #include <new>
 
 namespace quarna::library {

@@ -4,6 +4,8 @@
 #include "array.h"
 #include "element_type.h"
 
+#include <cstddef>
+
 namespace quarna::library {
 
 /// Does not keep the array alive. An index equal to the number of elements is past the last: it has an

@@ -2,6 +2,8 @@
 #include "operations.h"
 #include "position.h"
 
+#include <cstddef>
+#include <cstdint>
 #include <cstring>
 
 namespace quarna::library {

@@ -3,7 +3,11 @@
 #include "wrapper/apply_numeric_visitor.h"
 #include "wrapper/element_object.h"
 
+#include <concepts>
+#include <cstddef>
 #include <ostream>
+#include <variant>
+#include <vector>
 
 namespace {
 

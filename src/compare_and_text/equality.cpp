@@ -2,8 +2,14 @@
 #include "indexing/qcpp_py_array.h"
 #include "wrapper/element_object.h"
 
+#include <algorithm>
 #include <cmath>
+#include <complex>
+#include <concepts>
+#include <cstddef>
 #include <limits>
+#include <optional>
+#include <type_traits>
 
 namespace {
 

@@ -2,11 +2,18 @@
 #include "indexing/qcpp_py_array.h"
 #include "wrapper/element_object.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <concepts>
+#include <cstddef>
 #include <memory>
 #include <new>
+#include <optional>
+#include <string>
+#include <type_traits>
+#include <utility>
 
 namespace {
 

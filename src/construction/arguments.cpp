@@ -7,6 +7,9 @@
 #include "wrapper/storage_order.h"
 
 #include <algorithm>
+#include <optional>
+#include <utility>
+#include <vector>
 
 using quarna::Reference;
 

@@ -1,6 +1,8 @@
 // The arguments of a class's constructor, taken from a Python call.
 #pragma once
 
+#include "vocabulary/python.h"
+
 #include "vocabulary/references.h"
 
 #include <optional>

@@ -7,8 +7,10 @@
 
 #include <boost/numeric/conversion/cast.hpp>
 
-#include <cmath>
+#include <complex>
+#include <concepts>
 #include <limits>
+#include <utility>
 
 namespace {
 

@@ -8,6 +8,9 @@
 
 #include "vocabulary/element.h"
 
+#include <complex>
+#include <concepts>
+#include <cstdint>
 #include <optional>
 #include <string>
 

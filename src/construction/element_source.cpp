@@ -5,6 +5,8 @@
 #include "vocabulary/array_class.h"
 #include "wrapper/buffer_format.h"
 
+#include <type_traits>
+
 namespace quarna {
 namespace {
 

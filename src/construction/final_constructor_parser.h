@@ -10,11 +10,14 @@
 // elements lie in memory as numbers, they are read there, to the same result and the same refusals.
 #pragma once
 
+#include "vocabulary/python.h"
+
 #include "construction/constructor_arguments.h"
 #include "construction/element_conversion.h"
 #include "construction/element_source.h"
 #include "data/array_factory.h"
 
+#include <cstddef>
 #include <optional>
 #include <span>
 #include <vector>

@@ -9,8 +9,12 @@
 #include "wrapper/element_object.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <exception>
 #include <limits>
+#include <optional>
+#include <span>
+#include <type_traits>
 
 using quarna::Reference;
 

@@ -4,6 +4,7 @@
 #include "vocabulary/errors.h"
 
 #include <string>
+#include <vector>
 
 namespace {
 

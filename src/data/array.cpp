@@ -3,6 +3,8 @@
 
 #include "data/operation.h"
 
+#include <cstdint>
+
 namespace quarna::data {
 
 using detail::call;

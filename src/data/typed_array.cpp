@@ -3,6 +3,8 @@
 
 #include "data/operation.h"
 
+#include <cstddef>
+#include <cstdint>
 #include <utility>
 
 namespace quarna::data {

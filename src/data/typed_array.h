@@ -5,6 +5,7 @@
 #include "data/typed_iterator.h"
 #include "vocabulary/element.h"
 
+#include <cstddef>
 #include <memory>
 
 namespace quarna::data {

@@ -1,6 +1,8 @@
 // Array objects: where a QCppPyArray becomes a Python object, and where it ends.
 #pragma once
 
+#include "vocabulary/python.h"
+
 #include "indexing/qcpp_py_array.h"
 #include "vocabulary/errors.h"
 #include "vocabulary/quarna_py_array.h"

@@ -4,6 +4,8 @@
 #include "indexing/qcpp_py_array.h"
 #include "vocabulary/quarna_py_array.h"
 
+#include <optional>
+
 std::optional<quarna::ElementSource> quarna::elementsOfArray(PyObject* object)
 {
     QCppPyArray const* const array =

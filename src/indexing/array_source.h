@@ -1,7 +1,11 @@
 // The elements of an array object as the source of another array.
 #pragma once
 
+#include "vocabulary/python.h"
+
 #include "construction/element_source.h"
+
+#include <optional>
 
 namespace quarna {
 

@@ -4,6 +4,11 @@
 #include "vocabulary/errors.h"
 #include "wrapper/element_object.h"
 
+#include <cstddef>
+#include <optional>
+#include <utility>
+#include <vector>
+
 namespace {
 
 /// Copies the selected elements to `destination` in storage order. A gathered element is what it would be had it

@@ -4,7 +4,9 @@
 #include "vocabulary/errors.h"
 
 #include <cassert>
+#include <cstddef>
 #include <utility>
+#include <variant>
 
 QCppPyArray::QCppPyArray(quarna::data::Array&& array, SupportedArrayEnum arrayClass, bool isComplex,
                          bool columnMajor)

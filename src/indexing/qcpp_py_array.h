@@ -17,10 +17,12 @@
 #include "wrapper/qd_array_wrapper.h"
 #include "wrapper/strided_view.h"
 
+#include <cstddef>
 #include <iosfwd>
 #include <memory>
 #include <optional>
 #include <string>
+#include <variant>
 
 template <class T>
 class FinalConstructorParser;

@@ -4,6 +4,8 @@
 #include "data/element_dispatch.h"
 #include "indexing/array_object.h"
 
+#include <type_traits>
+
 namespace {
 
 SliceIndexItem rangeOf(QCppPyArray const& array)

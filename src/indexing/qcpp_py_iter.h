@@ -1,6 +1,8 @@
 // Iteration over the active dimension of an array.
 #pragma once
 
+#include "vocabulary/python.h"
+
 #include "indexing/qcpp_py_array.h"
 
 class QCppPyIter {

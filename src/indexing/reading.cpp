@@ -5,6 +5,8 @@
 #include "vocabulary/references.h"
 #include "wrapper/element_object.h"
 
+#include <cstddef>
+
 using quarna::Reference;
 
 namespace {

@@ -5,6 +5,9 @@
 #include "vocabulary/errors.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <span>
+#include <vector>
 
 namespace {
 

@@ -4,7 +4,8 @@
 #include "module/values.h"
 #include "vocabulary/errors.h"
 
-#include <algorithm>
+#include <utility>
+#include <vector>
 
 using quarna::guarded;
 using quarna::requireArray;

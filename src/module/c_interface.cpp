@@ -6,6 +6,10 @@
 #include "module/guard.h"
 #include "module/slots.h"
 
+#include <concepts>
+#include <type_traits>
+#include <utility>
+
 namespace {
 
 /// The class of a data array's elements; `valid` is false if no class holds them.

@@ -3,6 +3,9 @@
 #include "vocabulary/element.h"
 #include "vocabulary/errors.h"
 
+#include <optional>
+#include <type_traits>
+
 namespace {
 
 template <class T>

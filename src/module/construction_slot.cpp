@@ -4,6 +4,9 @@
 #include "indexing/array_source.h"
 #include "module/slots.h"
 
+#include <type_traits>
+#include <utility>
+
 template <class T>
 PyObject* QCPyArray_New(PyTypeObject*, PyObject* args, PyObject* kwds)
 {

@@ -3,6 +3,9 @@
 #include "indexing/subscript.h"
 #include "module/slots.h"
 
+#include <optional>
+#include <type_traits>
+
 namespace {
 
 constexpr char noIndexText[] = "index is not an integer or slice.";

@@ -8,7 +8,11 @@
 #include "vocabulary/errors.h"
 #include "wrapper/element_object.h"
 
+#include <cstdint>
 #include <cstring>
+#include <optional>
+#include <type_traits>
+#include <utility>
 
 using quarna::guarded;
 using quarna::Reference;

@@ -6,7 +6,9 @@
 #include "vocabulary/errors.h"
 #include "vocabulary/references.h"
 
+#include <cstddef>
 #include <iostream>
+#include <utility>
 
 using quarna::Reference;
 

@@ -4,6 +4,8 @@
 #include "vocabulary/errors.h"
 #include "vocabulary/references.h"
 
+#include <type_traits>
+
 using quarna::Reference;
 
 PyObject* QCPyArray_Reduce(PyObject* self, PyObject*)

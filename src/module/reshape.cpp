@@ -7,6 +7,8 @@
 #include "wrapper/layout.h"
 
 #include <limits>
+#include <optional>
+#include <vector>
 
 using quarna::Reference;
 

@@ -1,6 +1,8 @@
 // The type objects of the eleven array classes and of their iterator.
 #pragma once
 
+#include "vocabulary/python.h"
+
 #include "vocabulary/class_table.h"
 
 extern PyTypeObject QCPyIter_Type;

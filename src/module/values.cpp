@@ -4,6 +4,8 @@
 #include "vocabulary/errors.h"
 #include "vocabulary/references.h"
 
+#include <cstddef>
+
 PyObject* makePyObjectFromLong(long value)
 {
     PyObject* const object = PyLong_FromLong(value);

@@ -1,7 +1,6 @@
 // Products of dimensions and sizes, which never wrap.
 #pragma once
 
-#include <limits>
 #include <optional>
 #include <span>
 

@@ -3,7 +3,6 @@
 
 #include <complex>
 #include <concepts>
-#include <cstdint>
 #include <type_traits>
 
 namespace quarna {

@@ -3,6 +3,7 @@
 
 #include "vocabulary/python.h"
 
+#include <ios>
 #include <sstream>
 #include <string>
 

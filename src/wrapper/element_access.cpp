@@ -4,6 +4,9 @@
 #include "wrapper/element_object.h"
 #include "wrapper/qd_array_wrapper.h"
 
+#include <cstddef>
+#include <span>
+
 template <class T>
 quarna::WritableElements<T> QDArrayWrapper::writableElements()
 {

@@ -6,6 +6,8 @@
 #include "vocabulary/element.h"
 
 #include <algorithm>
+#include <concepts>
+#include <cstdint>
 
 namespace quarna {
 

@@ -3,6 +3,8 @@
 
 #include "vocabulary/arithmetic.h"
 
+#include <cstddef>
+
 std::optional<std::vector<long>> quarna::contiguousStrides(std::span<long const> shape, long elementSize,
                                                            char order)
 {

@@ -3,6 +3,7 @@
 #include "wrapper/qd_array_wrapper.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <stdexcept>
 #include <string>
 #include <utility>

@@ -8,9 +8,11 @@
 #include "wrapper/mirror.h"
 
 #include <cassert>
+#include <cstddef>
 #include <cstring>
 #include <limits>
 #include <new>
+#include <type_traits>
 #include <utility>
 
 namespace {

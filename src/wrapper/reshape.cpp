@@ -3,7 +3,9 @@
 #include "wrapper/mirror.h"
 #include "wrapper/qd_array_wrapper.h"
 
+#include <cstddef>
 #include <utility>
+#include <vector>
 
 namespace {
 

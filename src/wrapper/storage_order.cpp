@@ -10,8 +10,11 @@
 
 #include <algorithm>
 #include <complex>
+#include <cstddef>
 #include <cstdint>
+#include <iterator>
 #include <utility>
+#include <vector>
 
 namespace quarna {
 namespace {

@@ -4,7 +4,15 @@
 #include "support/elements.h"
 #include "support/scripted_data_array.h"
 
+#include <algorithm>
+#include <complex>
+#include <cstddef>
+#include <exception>
 #include <functional>
+#include <string>
+#include <type_traits>
+#include <utility>
+#include <vector>
 
 namespace quarna::data {
 namespace {

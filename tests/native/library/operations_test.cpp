@@ -3,9 +3,18 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <complex>
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <functional>
 #include <limits>
+#include <memory>
 #include <numeric>
+#include <string>
+#include <type_traits>
+#include <vector>
 
 namespace {
 

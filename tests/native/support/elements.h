@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
+#include <type_traits>
 #include <vector>
 
 template <class, class... Elements>

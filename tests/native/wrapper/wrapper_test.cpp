@@ -5,8 +5,12 @@
 #include "support/scripted_data_array.h"
 #include "wrapper/storage_order.h"
 
+#include <cstddef>
+#include <exception>
 #include <functional>
 #include <stdexcept>
+#include <utility>
+#include <vector>
 
 namespace quarna {
 namespace {
