@@ -114,11 +114,12 @@ int operations::types_are_compatible(std::int32_t wanted, std::int32_t actual, b
     });
 }
 
-// Without memory for the copy the answer stays true, and null says that there is nothing to write to.
+// Where no copy can be made the answer stays true, and null says that there is nothing to write to. That goes for
+// an array, too, whose block was handed over.
 bool operations::unshare(quarna_array const* array, bool sole_holder, quarna_array** unshared) noexcept
 {
     int const code = answer(unshared, [&]() -> quarna_array* {
-        require(array != nullptr);
+        require(array != nullptr && array->block != nullptr);
         return sole_holder
                    ? nullptr
                    : makeArray(array->type, array->dimensions, copyElements(*array), array->layout).release();

@@ -31,8 +31,8 @@ namespace quarna::library {
 /// A copy of a list of dimensions. Throws SystemError if there is no list, std::bad_alloc.
 Shape copyShape(std::size_t const* dimensions, std::size_t count);
 
-/// The array that owns the block. Throws SystemError for a bad type, TooManyElements for a shape whose
-/// elements or bytes no size_t counts, std::bad_alloc; the block is then freed.
+/// The array that owns the block. Throws SystemError for a bad type, TooManyElements for a shape whose elements
+/// no size_t counts, or their bytes no ptrdiff_t, std::bad_alloc; the block is then freed.
 std::unique_ptr<quarna_array> makeArray(std::int32_t type, Shape dimensions, Block block,
                                         Layout layout = Layout::ColumnMajor);
 

@@ -31,12 +31,13 @@ inline std::size_t elementSize(std::int32_t type)
     return size;
 }
 
-/// Bytes of `count` elements. Throws SystemError for no type, TooManyElements if no size_t holds the result.
+/// Bytes of `count` elements. Throws SystemError for no type, TooManyElements for more than 63 bits count: no
+/// distance between two elements is larger than a pointer difference can say.
 inline std::size_t byteCount(std::int32_t type, std::size_t count)
 {
-    std::size_t bytes = 0;
+    std::ptrdiff_t bytes = 0;
     require(!__builtin_mul_overflow(elementSize(type), count, &bytes), Code::TooManyElements);
-    return bytes;
+    return static_cast<std::size_t>(bytes);
 }
 
 }  // namespace quarna::library

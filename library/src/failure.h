@@ -2,6 +2,7 @@
 #pragma once
 
 #include <new>
+#include <stdexcept>
 
 namespace quarna::library {
 
@@ -39,6 +40,8 @@ int answer(Work work) noexcept
         return static_cast<int>(failure.code);
     } catch (std::bad_alloc const&) {
         return static_cast<int>(Code::NoMemory);
+    } catch (std::length_error const&) {
+        return static_cast<int>(Code::NoMemory);  // a list of dimensions longer than any memory
     } catch (...) {
         return static_cast<int>(Code::SystemError);
     }

@@ -10,7 +10,9 @@ namespace quarna::data {
 using detail::call;
 using detail::FunctionType;
 
-Array::Array() noexcept : Array(call<FunctionType::create_empty_array>()) {}
+Array::Array() noexcept
+    : Array(detail::makeOwned<FunctionType::destroy_array>(&call<FunctionType::create_empty_array>))
+{}
 
 // The deleter is looked up now: a handle that exists can be released.
 Array::Array(impl::ArrayImpl* impl) : m_impl(impl, detail::operation<FunctionType::destroy_array>()) {}
@@ -37,6 +39,7 @@ std::size_t Array::elementCount() const
 
 void Array::makeUnshared()
 {
+    detail::requireHandle(handle());
     impl::ArrayImpl* unshared = nullptr;
     if (!call<FunctionType::unshare>(handle(), isSoleHolder(), &unshared)) {
         return;

@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <utility>
 #include <vector>
 
 namespace quarna::data {
@@ -14,7 +15,7 @@ class Array {
 public:
     /// A new empty array. Ends the process if the library cannot make one.
     Array() noexcept;
-    /// Takes ownership of `impl`, in failure too.
+    /// Takes ownership of `impl`, in failure too, unless the library cannot destroy arrays.
     explicit Array(impl::ArrayImpl* impl);
     Array(Array const&) = default;
     Array(Array&&) noexcept = default;
@@ -33,6 +34,9 @@ public:
 
     /// The library's object, which this handle goes on owning; null for a handle moved from.
     impl::ArrayImpl* handle() const { return m_impl.get(); }
+
+    /// A further holder of `impl`, which the library destroys after the last.
+    explicit Array(std::shared_ptr<impl::ArrayImpl> impl) : m_impl(std::move(impl)) {}
 
 protected:
     bool isSoleHolder() const { return m_impl.use_count() == 1; }

@@ -15,17 +15,18 @@ namespace {
 template <class T>
 constexpr auto typeNumber = static_cast<std::int32_t>(arrayTypeOf<T>);
 
-std::shared_ptr<impl::ArrayFactoryImpl> makeFactory()
+template <class T, class Make>
+TypedArray<T> makeTypedArray(Make make)
 {
-    auto* const destroy = detail::operation<FunctionType::destroy_factory>();
-    impl::ArrayFactoryImpl* factory = nullptr;
-    call<FunctionType::create_factory>(&factory);
-    return {factory, destroy};
+    return TypedArray<T>(Array(detail::makeOwned<FunctionType::destroy_array>(make)));
 }
 
 }  // namespace
 
-ArrayFactory::ArrayFactory() : m_impl(makeFactory()) {}
+ArrayFactory::ArrayFactory()
+    : m_impl(detail::makeOwned<FunctionType::destroy_factory>(
+          &detail::made<FunctionType::create_factory, impl::ArrayFactoryImpl>))
+{}
 
 template <class T>
 ElementBuffer<T> ArrayFactory::createBuffer(std::size_t count)
@@ -49,34 +50,38 @@ TypedArray<T> ArrayFactory::createArrayFromBuffer(std::vector<std::size_t> const
     }
     // Looked up before the block leaves its owner, so that nothing is lost if the library has neither.
     auto* const adopt = adoptInOrder == nullptr ? detail::operation<FunctionType::adopt_buffer>() : nullptr;
-    auto* const deleter = buffer.get_deleter();
-    void* const block = buffer.release();
-    impl::ArrayImpl* array = nullptr;
-    if (adoptInOrder != nullptr) {
-        detail::callAndCheck(adoptInOrder, m_impl.get(), typeNumber<T>, dimensions.data(), dimensions.size(),
-                             block, deleter, &array, static_cast<std::int32_t>(layout));
-    } else {
-        detail::callAndCheck(adopt, m_impl.get(), typeNumber<T>, dimensions.data(), dimensions.size(), block,
-                             deleter, &array);
-    }
-    return TypedArray<T>(Array(array));
+    return makeTypedArray<T>([&] {
+        auto* const deleter = buffer.get_deleter();
+        void* const block = buffer.release();
+        impl::ArrayImpl* array = nullptr;
+        if (adoptInOrder != nullptr) {
+            detail::callAndCheck(adoptInOrder, m_impl.get(), typeNumber<T>, dimensions.data(),
+                                 dimensions.size(), block, deleter, &array,
+                                 static_cast<std::int32_t>(layout));
+        } else {
+            detail::callAndCheck(adopt, m_impl.get(), typeNumber<T>, dimensions.data(), dimensions.size(),
+                                 block, deleter, &array);
+        }
+        return array;
+    });
 }
 
 template <class T>
 TypedArray<T> ArrayFactory::createScalar(T value)
 {
-    impl::ArrayImpl* array = nullptr;
-    call<FunctionType::create_scalar>(m_impl.get(), typeNumber<T>, static_cast<void const*>(&value), &array);
-    return TypedArray<T>(Array(array));
+    return makeTypedArray<T>([&] {
+        return detail::made<FunctionType::create_scalar, impl::ArrayImpl>(m_impl.get(), typeNumber<T>,
+                                                                          static_cast<void const*>(&value));
+    });
 }
 
 template <class T>
 TypedArray<T> ArrayFactory::createArray(std::vector<std::size_t> const& dimensions)
 {
-    impl::ArrayImpl* array = nullptr;
-    call<FunctionType::create_array>(m_impl.get(), typeNumber<T>, dimensions.data(), dimensions.size(),
-                                     &array);
-    return TypedArray<T>(Array(array));
+    return makeTypedArray<T>([&] {
+        return detail::made<FunctionType::create_array, impl::ArrayImpl>(
+            m_impl.get(), typeNumber<T>, dimensions.data(), dimensions.size());
+    });
 }
 
 #define QUARNA_ARRAY_TYPE(number, name, element)                                      \

@@ -3,9 +3,11 @@
 
 #include "data/exceptions.h"
 #include "data/opaque.h"
+#include "data/typed_iterator.h"
 #include "quarna_data_array/c_abi.h"
 
 #include <cstdint>
+#include <memory>
 #include <type_traits>
 
 namespace quarna::data::detail {
@@ -80,6 +82,40 @@ template <FunctionType id, class... Arguments>
 auto call(Arguments... arguments)
 {
     return callAndCheck(operation<id>(), arguments...);
+}
+
+/// What make() returns, owned. The operation that destroys it is looked up first: what exists can be released.
+template <FunctionType destroyer, class Make>
+auto makeOwned(Make make)
+{
+    auto* const destroy = operation<destroyer>();
+    auto* const made = make();
+    return std::shared_ptr<std::remove_pointer_t<decltype(make())>>(made, destroy);
+}
+
+/// What an operation puts into its last argument.
+template <FunctionType id, class Made, class... Arguments>
+Made* made(Arguments... arguments)
+{
+    Made* out = nullptr;
+    call<id>(arguments..., &out);
+    return out;
+}
+
+/// The reference that an operation makes.
+template <FunctionType id, class... Arguments>
+ReferenceHolder makeReference(Arguments... arguments)
+{
+    return ReferenceHolder(makeOwned<FunctionType::destroy_reference>(
+        [&] { return made<id, ReferenceImpl>(arguments...); }));
+}
+
+/// Throws number 20 for a handle that was moved from: the library would say no more than that it is null.
+inline void requireHandle(void const* handle)
+{
+    if (handle == nullptr) {
+        throwIfError(static_cast<int>(ExceptionType::SystemError), {});
+    }
 }
 
 }  // namespace quarna::data::detail

@@ -29,6 +29,7 @@ void requireElementType(Array const& array)
 template <class T>
 T* elementAt(impl::ArrayImpl* array, detail::Position position, bool writable)
 {
+    detail::requireHandle(array);
     auto const iterator = detail::makeIterator(array, position, writable);
     if constexpr (Complex<T>) {
         return static_cast<T*>(detail::complexElementAddress(iterator.get()));
@@ -81,9 +82,7 @@ template <class T>
 ReferenceHolder TypedArray<T>::operator[](std::size_t index) requires Complex<T>
 {
     makeUnshared();
-    detail::ReferenceImpl* reference = nullptr;
-    call<FunctionType::get_reference>(handle(), index, &reference);
-    return ReferenceHolder(reference);
+    return detail::makeReference<FunctionType::get_reference>(handle(), index);
 }
 
 template <class T>

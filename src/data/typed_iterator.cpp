@@ -3,10 +3,6 @@
 
 #include "data/operation.h"
 
-quarna::data::ReferenceHolder::ReferenceHolder(detail::ReferenceImpl* reference)
-    : m_reference(reference, detail::operation<detail::FunctionType::destroy_reference>())
-{}
-
 namespace quarna::data::detail {
 namespace {
 
@@ -19,23 +15,24 @@ IteratorImpl* iteratorAt(impl::ArrayImpl* array, bool writable)
     return call<plain>(array, writable);
 }
 
-std::shared_ptr<IteratorImpl> owned(IteratorImpl* iterator)
-{
-    return {iterator, operation<FunctionType::destroy_iterator>()};
-}
-
 }  // namespace
 
 std::shared_ptr<IteratorImpl> makeIterator(impl::ArrayImpl* array, Position position, bool writable)
 {
-    return owned(position == Position::First
-                     ? iteratorAt<FunctionType::begin_fast, FunctionType::begin>(array, writable)
-                     : iteratorAt<FunctionType::end_fast, FunctionType::end>(array, writable));
+    return makeOwned<FunctionType::destroy_iterator>([&] {
+        return position == Position::First
+                   ? iteratorAt<FunctionType::begin_fast, FunctionType::begin>(array, writable)
+                   : iteratorAt<FunctionType::end_fast, FunctionType::end>(array, writable);
+    });
 }
 
 std::shared_ptr<IteratorImpl> copyIterator(std::shared_ptr<IteratorImpl> const& iterator)
 {
-    return iterator ? owned(call<FunctionType::copy_iterator>(iterator.get())) : nullptr;
+    if (!iterator) {
+        return nullptr;
+    }
+    return makeOwned<FunctionType::destroy_iterator>(
+        [&] { return call<FunctionType::copy_iterator, IteratorImpl const*>(iterator.get()); });
 }
 
 void* realElementAddress(IteratorImpl const* iterator)
@@ -52,9 +49,7 @@ void* complexElementAddress(IteratorImpl const* iterator)
         callAndCheck(function, iterator, &address);
         return address;
     }
-    ReferenceImpl* reference = nullptr;
-    call<FunctionType::dereference>(iterator, &reference);
-    ReferenceHolder const holder(reference);
+    ReferenceHolder const holder = makeReference<FunctionType::dereference>(iterator);
     void* imaginary = nullptr;
     call<FunctionType::get_part_addresses>(holder.get(), &address, &imaginary);
     return address;

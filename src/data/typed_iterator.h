@@ -12,8 +12,9 @@ namespace quarna::data {
 /// An element of an array by reference, for assignment through detail::setElement.
 class ReferenceHolder {
 public:
-    /// Takes ownership of `reference`.
-    explicit ReferenceHolder(detail::ReferenceImpl* reference);
+    explicit ReferenceHolder(std::shared_ptr<detail::ReferenceImpl> reference)
+        : m_reference(std::move(reference))
+    {}
     detail::ReferenceImpl* get() const { return m_reference.get(); }
 
 private:
