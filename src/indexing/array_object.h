@@ -14,11 +14,14 @@
 namespace quarna {
 
 /// The memory of an array object. The array that the record points to lies behind the record itself, so that a
-/// subscript costs no second block.
+/// subscript costs no second block. To Python, an object is as large as its record.
 struct ArrayObject {
     QCPyArray record;
     alignas(QCppPyArray) unsigned char storage[sizeof(QCppPyArray)];
 };
+
+/// tp_alloc of the eleven classes: an object whose array is still null; null with MemoryError set.
+PyObject* allocateArrayMemory(PyTypeObject* type, Py_ssize_t itemCount);
 
 /// An object of the class without its array; null with RuntimeError set.
 inline Reference allocateArrayObject(SupportedArrayEnum arrayClass)

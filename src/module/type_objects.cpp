@@ -41,7 +41,7 @@ constexpr PyBufferProcs makeBufferProcs()
 {
     PyBufferProcs procs{};
     procs.bf_getbuffer = guarded<&QCPyArray_GetBuffer>;
-    procs.bf_releasebuffer = guarded<&QCPyArray_ReleaseBuffer>;
+    procs.bf_releasebuffer = &QCPyArray_ReleaseBuffer;
     return procs;
 }
 
@@ -56,7 +56,8 @@ template <class T>
 constexpr PyTypeObject makeArrayType()
 {
     PyTypeObject type = blankType();
-    type.tp_basicsize = sizeof(quarna::ArrayObject);
+    type.tp_basicsize = sizeof(QCPyArray);
+    type.tp_alloc = &quarna::allocateArrayMemory;
     type.tp_dealloc = &QCPyArray_Delete;
     type.tp_repr = guarded<&QCPyArray_GetRepr<T>>;
     type.tp_str = guarded<&QCPyArray_GetStr<T>>;
