@@ -3,6 +3,7 @@
 
 #include "data/element_dispatch.h"
 #include "vocabulary/array_class.h"
+#include "vocabulary/thread.h"
 #include "wrapper/buffer_format.h"
 
 #include <type_traits>
@@ -45,9 +46,9 @@ BufferElements::BufferElements(PyObject* object)
     m_source->view.dimensions.push_back({m_view.shape[0], m_view.strides[0] / m_view.itemsize});
 }
 
-BufferElements::~BufferElements()
+BufferElements::~BufferElements() noexcept(false)
 {
-    if (m_view.obj != nullptr) {
+    if (m_view.obj != nullptr && threadHasPython()) {
         PyBuffer_Release(&m_view);
     }
 }

@@ -27,7 +27,7 @@ public:
     explicit BufferElements(PyObject* object);
     BufferElements(BufferElements const&) = delete;
     BufferElements& operator=(BufferElements const&) = delete;
-    ~BufferElements();
+    ~BufferElements() noexcept(false);
 
     std::optional<ElementSource> const& source() const { return m_source; }
 

@@ -106,8 +106,8 @@ Made* made(Arguments... arguments)
 template <FunctionType id, class... Arguments>
 ReferenceHolder makeReference(Arguments... arguments)
 {
-    return ReferenceHolder(makeOwned<FunctionType::destroy_reference>(
-        [&] { return made<id, ReferenceImpl>(arguments...); }));
+    return ReferenceHolder(
+        makeOwned<FunctionType::destroy_reference>([&] { return made<id, ReferenceImpl>(arguments...); }));
 }
 
 /// Throws number 20 for a handle that was moved from: the library would say no more than that it is null.

@@ -53,7 +53,7 @@ int QCPyArray_GetBuffer(PyObject* self, Py_buffer* view, int flags)
     return 0;
 }
 
-void QCPyArray_ReleaseBuffer(PyObject* self, Py_buffer*)
+void QCPyArray_ReleaseBuffer(PyObject* self, Py_buffer*) noexcept
 {
     getQCPyArrayFromPyObject(self)->array->getQDAWrapper()->decrementExportCount();
 }

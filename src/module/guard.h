@@ -3,6 +3,8 @@
 
 #include "vocabulary/python.h"
 
+#include "vocabulary/thread.h"
+
 #include <cxxabi.h>
 
 #include <type_traits>
@@ -18,8 +20,13 @@ struct Guard;
 
 template <class Result, class... Arguments, Result (*function)(Arguments...)>
 struct Guard<function> {
+    static_assert(!std::is_void_v<Result>, "what cannot report a failure must not throw");
+
     static Result entry(Arguments... arguments)
     {
+        if (!prepareThreadForExceptions()) {
+            return failure();
+        }
         try {
             return function(arguments...);
         } catch (abi::__forced_unwind&) {
@@ -28,9 +35,14 @@ struct Guard<function> {
         } catch (...) {
             setErrorOfCaughtException();
         }
+        return failure();
+    }
+
+    static Result failure()
+    {
         if constexpr (std::is_pointer_v<Result>) {
             return nullptr;
-        } else if constexpr (!std::is_void_v<Result>) {
+        } else {
             return -1;
         }
     }

@@ -1,4 +1,5 @@
-// What Python calls on arrays and iterators. All functions but the two tp_dealloc go through `guarded`.
+// What Python calls on arrays and iterators. All functions go through `guarded` but those that cannot fail:
+// the two tp_dealloc, and the release of a buffer.
 #pragma once
 
 #include "vocabulary/python.h"
@@ -42,7 +43,7 @@ PyObject* QCPyIter_GetIterNext(PyObject* self);
 void QCPyIter_Delete(PyObject* self);
 
 int QCPyArray_GetBuffer(PyObject* self, Py_buffer* view, int flags);
-void QCPyArray_ReleaseBuffer(PyObject* self, Py_buffer* view);
+void QCPyArray_ReleaseBuffer(PyObject* self, Py_buffer* view) noexcept;
 
 // The attributes and methods of all classes, each with an end marker.
 extern PyGetSetDef QCPyArray_GetSetMethods[];

@@ -1,11 +1,13 @@
 // Recursion over Python values and dimensions.
 #include "vocabulary/recursion.h"
 
+#include "vocabulary/thread.h"
+
 namespace {
 
 // From CPython 3.12 on, its own count lets C code go ten times as deep as the limit that users know and set,
 // which is too deep for the stack of a thread.
-thread_local int levels = 0;
+QUARNA_THREAD_LOCAL int levels = 0;
 
 bool enter(const char* where)
 {
@@ -28,6 +30,8 @@ quarna::RecursionLevel::~RecursionLevel()
 {
     if (m_entered) {
         --levels;
-        Py_LeaveRecursiveCall();
+        if (threadHasPython()) {
+            Py_LeaveRecursiveCall();
+        }
     }
 }

@@ -4,9 +4,14 @@
 // (from a function that returns a new reference, null included) or by borrow (which adds a reference), and left
 // by release() alone, which hands the reference to the caller or to a function that steals. A function that
 // returns PyObject* to the interpreter returns a new reference or null with an exception set.
+//
+// Dropping a reference can run Python code, in which the interpreter may end the thread by unwinding it. So no
+// Reference lies in what is noexcept when it goes: an optional, a vector or a smart pointer of the standard library.
 #pragma once
 
 #include "vocabulary/python.h"
+
+#include "vocabulary/thread.h"
 
 #include <utility>
 
@@ -23,7 +28,12 @@ public:
         std::swap(m_object, other.m_object);
         return *this;
     }
-    ~Reference() { Py_XDECREF(m_object); }
+    ~Reference() noexcept(false)
+    {
+        if (m_object != nullptr && threadHasPython()) {
+            Py_DECREF(m_object);
+        }
+    }
 
     static Reference steal(PyObject* object) { return Reference(object); }
     static Reference borrow(PyObject* object)
