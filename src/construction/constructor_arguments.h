@@ -5,8 +5,6 @@
 
 #include "vocabulary/references.h"
 
-#include <optional>
-
 namespace quarna {
 
 /// The four arguments, held: Python code that runs while one is read may drop the others.
@@ -18,8 +16,8 @@ struct ConstructorArguments {
     bool vectorIsKeyword = false;
 };
 
-/// Takes the arguments apart. Without keywords, a leading dictionary stands for them. Empty with an exception
-/// set: CPython's TypeError, or a TypeError for an is_complex that is no bool.
-std::optional<ConstructorArguments> parseConstructorArguments(PyObject* args, PyObject* kwds);
+/// Takes the arguments apart. Without keywords, a leading dictionary stands for them. False with an exception set:
+/// CPython's TypeError, or a TypeError for an is_complex that is no bool. Runs no Python code.
+bool parseConstructorArguments(PyObject* args, PyObject* kwds, ConstructorArguments& arguments);
 
 }  // namespace quarna

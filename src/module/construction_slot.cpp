@@ -3,6 +3,7 @@
 #include "indexing/array_object.h"
 #include "indexing/array_source.h"
 #include "module/slots.h"
+#include "vocabulary/array_class.h"
 
 #include <type_traits>
 #include <utility>
@@ -10,17 +11,22 @@
 template <class T>
 PyObject* QCPyArray_New(PyTypeObject*, PyObject* args, PyObject* kwds)
 {
-    auto const arguments = quarna::parseConstructorArguments(args, kwds);
-    if (!arguments) {
+    // The classes of an import that failed can be found by way of their base class.
+    if (ArrayArray::s_arrayClass == nullptr) {
+        setError(PyExc_RuntimeError, quarna::notImportedText);
         return nullptr;
     }
-    if (quarna::Logical<T> && arguments->isComplex) {
+    quarna::ConstructorArguments arguments;
+    if (!quarna::parseConstructorArguments(args, kwds, arguments)) {
+        return nullptr;
+    }
+    if (quarna::Logical<T> && arguments.isComplex) {
         setError(PyExc_TypeError, "logical arrays must not be complex.");
         return nullptr;
     }
     return quarna::withElementForm<T>(
-        arguments->isComplex, [&]<class Element>(std::type_identity<Element>) -> PyObject* {
-            auto array = FinalConstructorParser<Element>(&quarna::elementsOfArray).makeTypedArray(*arguments);
+        arguments.isComplex, [&]<class Element>(std::type_identity<Element>) -> PyObject* {
+            auto array = FinalConstructorParser<Element>(&quarna::elementsOfArray).makeTypedArray(arguments);
             if (!array) {
                 return nullptr;
             }

@@ -91,12 +91,19 @@ PyObject* init_types(PyObject* module)
                                                                                              : nullptr;
 }
 
-/// Makes an exception class; the module's dictionary keeps it alive for the borrowed pointer.
-bool addException(PyObject* module, const char* name, const char* dottedName, PyObject*& borrowed)
+/// The exception class that an earlier initialisation made, or a new one; null with an exception set.
+Reference exceptionClass(PyObject* kept, const char* dottedName)
 {
-    Reference exception = Reference::steal(PyErr_NewException(dottedName, nullptr, nullptr));
-    borrowed = exception.get();
-    return add(module, name, std::move(exception));
+    return kept != nullptr ? Reference::borrow(kept)
+                           : Reference::steal(PyErr_NewException(dottedName, nullptr, nullptr));
+}
+
+/// What the module's code uses by itself is kept until the process ends, whatever becomes of a module's names.
+void keep(PyObject*& kept, Reference object)
+{
+    if (kept == nullptr) {
+        kept = object.release();
+    }
 }
 
 PyObject* initialise()
@@ -106,18 +113,24 @@ PyObject* initialise()
         return nullptr;
     }
     Reference module = Reference::steal(PyModule_Create(&moduleDefinition));
-    PyObject* const dictionaryOwner = init_types(module.get());
-    bool const complete =
-        dictionaryOwner != nullptr &&
-        addException(dictionaryOwner, "ShapeError", "qnexceptions.ShapeError", QCPyError::shapeErr) &&
-        addException(dictionaryOwner, "SizeError", "qnexceptions.SizeError", QCPyError::sizeErr) &&
-        add(dictionaryOwner, "_capi",
-            Reference::steal(
-                PyCapsule_New(const_cast<quarna_api*>(&QCPyArrayAPI::table), QUARNA_CAPSULE_NAME, nullptr)));
-    if (!complete) {
+    if (init_types(module.get()) == nullptr) {
         return nullptr;
     }
-    ArrayArray::s_arrayClass = arrayClass.release();
+    Reference shapeError = exceptionClass(QCPyError::shapeErr, "qnexceptions.ShapeError");
+    if (!add(module.get(), "ShapeError", Reference::borrow(shapeError.get()))) {
+        return nullptr;
+    }
+    Reference sizeError = exceptionClass(QCPyError::sizeErr, "qnexceptions.SizeError");
+    if (!add(module.get(), "SizeError", Reference::borrow(sizeError.get()))) {
+        return nullptr;
+    }
+    auto* const table = const_cast<quarna_api*>(&QCPyArrayAPI::table);
+    if (!add(module.get(), "_capi", Reference::steal(PyCapsule_New(table, QUARNA_CAPSULE_NAME, nullptr)))) {
+        return nullptr;
+    }
+    keep(QCPyError::shapeErr, std::move(shapeError));
+    keep(QCPyError::sizeErr, std::move(sizeError));
+    keep(ArrayArray::s_arrayClass, std::move(arrayClass));
     return module.release();
 }
 

@@ -4,6 +4,6 @@
 #include "vocabulary/python.h"
 
 namespace ArrayArray {
-/// Set once the module is imported, and kept until the process ends.
+/// Set when the module has been imported, and kept until the process ends; null until then.
 extern PyObject* s_arrayClass;
 }  // namespace ArrayArray
