@@ -3,7 +3,6 @@
 #include "vocabulary/arithmetic.h"
 #include "vocabulary/errors.h"
 #include "vocabulary/python_values.h"
-#include "wrapper/layout.h"
 #include "wrapper/storage_order.h"
 
 #include <algorithm>
@@ -128,12 +127,7 @@ bool FinalConstructorParser<T>::processSize(std::vector<long> dims)
 {
     m_specifiedDims = std::move(dims);
     auto const count = quarna::checkedProduct(m_specifiedDims);
-    // Beside a length of 0 stand lengths whose strides alone are beyond 63 bits.
-    bool const fits = quarna::contiguousStrides(m_specifiedDims, sizeof(T), 'F').has_value();
-    if (fits && count == 0) {
-        return true;
-    }
-    return reserveBuffer(fits ? count : std::nullopt);
+    return count == 0 || reserveBuffer(count);
 }
 
 template <class T>
@@ -175,10 +169,10 @@ bool FinalConstructorParser<T>::processVectorKwarg(PyObject* vector)
     m_refusalClass = PyExc_ValueError;
     auto const elements = m_findElements(vector);
     if (elements && elements->view.dimensions.size() == 1) {
-        return storeElements(*elements);
+        return storeElements(*elements, count);
     }
     if (quarna::BufferElements const buffer(vector); buffer.source()) {
-        return storeElements(*buffer.source());
+        return storeElements(*buffer.source(), count);
     }
     return takeVectorItems(vector, count);
 }

@@ -47,7 +47,8 @@ private:
     bool takeSequence(PyObject* sequence);
     bool walkSequence(PyObject* sequence);
     bool takeElements(quarna::ElementSource const& source);
-    bool storeElements(quarna::ElementSource const& source);
+    long countBeforeRagged(std::span<quarna::StridedDimension const> levels) const;
+    bool storeElements(quarna::ElementSource const& source, long count);
     bool copyElements(quarna::ElementSource const& source);
     void openSequence(long length);
     bool closeSequence(long length);
@@ -55,6 +56,7 @@ private:
     bool placeFirstScalar();
     void store(T value);
     bool reserveBuffer(std::optional<long> count);
+    bool refuseForMemory(std::optional<long> count) const;
 
     bool takeArguments(quarna::ConstructorArguments const& arguments);
     bool processSize(std::vector<long> dims);

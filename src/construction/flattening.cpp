@@ -1,6 +1,7 @@
 // The walk over a nest of sequences.
 #include "construction/final_constructor_parser.h"
 #include "data/element_dispatch.h"
+#include "data/exceptions.h"
 #include "vocabulary/arithmetic.h"
 #include "vocabulary/class_table.h"
 #include "vocabulary/errors.h"
@@ -10,8 +11,8 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <exception>
 #include <limits>
+#include <new>
 #include <optional>
 #include <span>
 #include <type_traits>
@@ -21,7 +22,6 @@ using quarna::Reference;
 namespace {
 
 constexpr long unset = -1;
-constexpr long noSequence = -1;
 
 bool refuse(PyObject* exceptionClass, const char* text)
 {
@@ -59,44 +59,53 @@ private:
     bool m_isTuple;
 };
 
-/// The length of a child that is a sequence, `noSequence` for another; empty with an exception set.
-std::optional<long> lengthAsChild(Items const& items, Py_ssize_t index)
+enum class Likeness { Alike, Different, Unknown };
+
+/// Whether a child is what the first one was, a scalar or a sequence of this length. Unknown with an exception set.
+Likeness compareChild(PyObject* child, std::optional<long> lengthOfFirst)
 {
-    Reference const child = items.at(index);
-    if (!child) {
-        return std::nullopt;
+    bool const isSequence = PySequence_Check(child) != 0;
+    if (!isSequence || !lengthOfFirst) {
+        return isSequence == lengthOfFirst.has_value() ? Likeness::Alike : Likeness::Different;
     }
-    if (!PySequence_Check(child.get())) {
-        return noSequence;
+    Py_ssize_t const length = PySequence_Size(child);
+    if (length < 0) {
+        return Likeness::Unknown;
     }
-    Py_ssize_t const length = PySequence_Size(child.get());
-    return length < 0 ? std::nullopt : std::optional<long>(length);
+    return length == *lengthOfFirst ? Likeness::Alike : Likeness::Different;
 }
 
-/// The length of a sequence whose children are all scalars or all sequences of one length; empty with an
-/// exception set.
+/// Whether the children are all scalars, or all sequences of one length; false with an exception set.
+bool requireUniformChildren(PyObject* sequence, Py_ssize_t count)
+{
+    Items const items(sequence);
+    std::optional<long> lengthOfFirst;
+    for (Py_ssize_t index = 0; index < count; ++index) {
+        Reference const child = items.at(index);
+        if (!child) {
+            return false;
+        }
+        if (index == 0 && PySequence_Check(child.get())) {
+            lengthOfFirst = PySequence_Size(child.get());
+            if (*lengthOfFirst < 0) {
+                return false;
+            }
+        } else if (Likeness const likeness = compareChild(child.get(), lengthOfFirst);
+                   likeness != Likeness::Alike) {
+            return likeness == Likeness::Different &&
+                   refuse(PyExc_ValueError, "elements of array are of different lengths or types.");
+        }
+    }
+    return true;
+}
+
+/// The length of a sequence whose children are uniform; empty with an exception set.
 std::optional<long> lengthOfUniformSequence(PyObject* sequence)
 {
     Py_ssize_t const length = PySequence_Size(sequence);
-    if (length < 0) {
-        return std::nullopt;
-    }
-    if (length < 2) {
-        return length;
-    }
-    Items const items(sequence);
-    auto const first = lengthAsChild(items, 0);
-    for (Py_ssize_t index = 1; first && index < length; ++index) {
-        auto const child = lengthAsChild(items, index);
-        if (!child) {
-            return std::nullopt;
-        }
-        if (*child != *first) {
-            refuse(PyExc_ValueError, "elements of array are of different lengths or types.");
-            return std::nullopt;
-        }
-    }
-    return first ? std::optional<long>(length) : std::nullopt;
+    // The only child of a sequence has nothing to be compared with, and is not asked.
+    bool const isUniform = length >= 0 && (length < 2 || requireUniformChildren(sequence, length));
+    return isUniform ? std::optional<long>(length) : std::nullopt;
 }
 
 /// The dimensions of the nest that a source stands for: lists without items hold no further lists.
@@ -172,14 +181,32 @@ bool FinalConstructorParser<T>::walkSequence(PyObject* sequence)
     return closeSequence(*length);
 }
 
+// Lists would be walked only as far as the end of the first sequence whose length is not the known one.
+template <class T>
+long FinalConstructorParser<T>::countBeforeRagged(std::span<quarna::StridedDimension const> levels) const
+{
+    std::size_t const depth = m_lengthsAtDepth.size();
+    long count = 1;
+    for (std::size_t level = levels.size(); level-- > 0;) {
+        count *= levels[level].length;
+        bool const isKnown =
+            depth + level < m_calculatedDims.size() && m_calculatedDims[depth + level] != unset;
+        if (isKnown && m_calculatedDims[depth + level] != levels[level].length) {
+            break;
+        }
+    }
+    return count;
+}
+
 template <class T>
 bool FinalConstructorParser<T>::takeElements(quarna::ElementSource const& source)
 {
     auto const levels = nestingOf(source.view);
+    long const count = countBeforeRagged(levels);
     for (quarna::StridedDimension const& level : levels) {
         openSequence(level.length);
     }
-    if (source.view.count() > 0 && !storeElements(source)) {
+    if (count > 0 && !storeElements(source, count)) {
         return false;
     }
     return std::all_of(levels.rbegin(), levels.rend(),
@@ -187,7 +214,7 @@ bool FinalConstructorParser<T>::takeElements(quarna::ElementSource const& source
 }
 
 template <class T>
-bool FinalConstructorParser<T>::storeElements(quarna::ElementSource const& source)
+bool FinalConstructorParser<T>::storeElements(quarna::ElementSource const& source, long count)
 {
     if (source.type == quarna::data::arrayTypeOf<T> && quarna::survivesPythonNumber<T>) {
         return placeFirstScalar() && copyElements(source);
@@ -195,11 +222,11 @@ bool FinalConstructorParser<T>::storeElements(quarna::ElementSource const& sourc
     bool taken = true;
     ReadNumber const readNumber = numberReader(source.type);
     walkRuns(source.view, quarna::WalkOrder::Nested, [&](long offset, long length, long stride) {
-        for (long i = 0; taken && i < length; ++i) {
+        for (long i = 0; taken && i < length && count > 0; ++i, --count) {
             taken = takeScalar(
                 quarna::convertNumber<T>(readNumber(source.block, offset + i * stride), m_coerceToLogical));
         }
-        return taken;
+        return taken && count > 0;
     });
     return taken;
 }
@@ -277,19 +304,34 @@ void FinalConstructorParser<T>::store(T value)
     ++m_elementCount;
 }
 
-// A count beyond 63 bits shows as the largest that can be named.
+template <class T>
+bool FinalConstructorParser<T>::refuseForMemory(std::optional<long> count) const
+{
+    // A count beyond 63 bits shows as the largest that can be named.
+    unsigned long const shown =
+        count ? static_cast<unsigned long>(*count) : std::numeric_limits<unsigned long>::max();
+    quarna::setComposedError(PyExc_MemoryError,
+                             "unable to allocate memory for array with number of elements = ", shown,
+                             "; type = ", quarna::className<T>);
+    return false;
+}
+
 template <class T>
 bool FinalConstructorParser<T>::reserveBuffer(std::optional<long> count)
 {
-    unsigned long const shown =
-        count ? static_cast<unsigned long>(*count) : std::numeric_limits<unsigned long>::max();
+    using quarna::data::ExceptionType;
+    using quarna::data::detail::DataException;
+    if (!count || !quarna::checkedProduct(*count, sizeof(T))) {
+        return refuseForMemory(count);
+    }
     try {
-        m_elements = m_factory.createBuffer<T>(shown);
-    } catch (std::exception const&) {
-        quarna::setComposedError(PyExc_MemoryError,
-                                 "unable to allocate memory for array with number of elements = ", shown,
-                                 "; type = ", quarna::className<T>);
-        return false;
+        m_elements = m_factory.createBuffer<T>(static_cast<std::size_t>(*count));
+    } catch (std::bad_alloc const&) {
+        return refuseForMemory(count);
+    } catch (DataException<ExceptionType::OutOfMemory> const&) {
+        return refuseForMemory(count);
+    } catch (DataException<ExceptionType::TooManyElements> const&) {
+        return refuseForMemory(count);
     }
     m_capacity = *count;
     m_bufferReserved = true;

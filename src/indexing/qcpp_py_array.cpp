@@ -31,6 +31,17 @@ QCppPyArray::QCppPyArray(QCppPyArray const& parent, IndexItem const& item) : QCp
     assert(m_numberOfIntegerIndicesSoFar <= getNumberOfDimensions() - 1);
 }
 
+QCppPyArray QCppPyArray::forIteration(QCppPyArray const& other)
+{
+    QCppPyArray source(other);
+    for (IndexItem& item : source.m_indices) {
+        if (auto* const integer = std::get_if<IntegerIndexItem>(&item)) {
+            integer->m_isNormalized = false;
+        }
+    }
+    return source;
+}
+
 SliceIndexItem const* QCppPyArray::heldSlice() const
 {
     return m_indices.empty() ? nullptr : std::get_if<SliceIndexItem>(&m_indices.back());
@@ -82,7 +93,7 @@ bool QCppPyArray::convertSliceAndIntegerToInteger(IntegerIndexItem& item) const
         setError(PyExc_RuntimeError, "unable to index into slice.");
         return false;
     }
-    item.m_index = quarna::indexWithinSlice(*slice, item.m_index);
+    item = {quarna::indexWithinSlice(*slice, item.m_index)};
     return true;
 }
 

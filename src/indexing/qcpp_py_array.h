@@ -36,6 +36,9 @@ public:
     QCppPyArray(QCppPyArray const& other);
     /// One subscript further: `item` is normalised and takes the place of a slice that `parent` holds.
     QCppPyArray(QCppPyArray const& parent, IndexItem const& item);
+    /// The source of an iteration: a copy whose integers, like those that the iteration adds, do not count as
+    /// normalised.
+    static QCppPyArray forIteration(QCppPyArray const& other);
     QCppPyArray& operator=(QCppPyArray const&) = delete;
     ~QCppPyArray() = default;
 
@@ -65,7 +68,8 @@ public:
     /// The length of the active dimension without regard to a held slice.
     long fullLengthOfActiveDimension() const;
 
-    /// Turns a position in the active dimension into an index of the dimension; false past a held slice's end.
+    /// Turns a position in the active dimension into an index of the dimension; false past a held slice's end. An
+    /// index that took a slice's place no longer counts as normalised.
     bool convertSliceAndIntegerToInteger(IntegerIndexItem& item) const;
     /// Turns a new slice into the one that takes a held slice's place; false if either step is negative.
     bool convertSliceAndSliceToSlice(SliceIndexItem& item) const;

@@ -20,8 +20,8 @@ SliceIndexItem rangeOf(QCppPyArray const& array)
 }  // namespace
 
 QCppPyIter::QCppPyIter(QCppPyArray const& array)
-    : m_array(array), m_reshapes(array.getQDAWrapper()->reshapeCount()), m_range(rangeOf(array)),
-      m_makeNumber(array.nextIntegerIsFinal() ? numberMaker(array) : nullptr)
+    : m_array(QCppPyArray::forIteration(array)), m_reshapes(array.getQDAWrapper()->reshapeCount()),
+      m_range(rangeOf(array)), m_makeNumber(array.nextIntegerIsFinal() ? numberMaker(array) : nullptr)
 {}
 
 QCppPyIter::MakeNumber QCppPyIter::numberMaker(QCppPyArray const& array)

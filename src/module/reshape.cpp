@@ -4,7 +4,6 @@
 #include "vocabulary/errors.h"
 #include "vocabulary/python_values.h"
 #include "vocabulary/references.h"
-#include "wrapper/layout.h"
 
 #include <limits>
 #include <optional>
@@ -64,14 +63,6 @@ std::vector<long> getDimsFromReshapeArg(PyObject* arg)
     return dims;
 }
 
-/// The number of elements of a shape, the largest there is if it, or the strides, are beyond 63 bits.
-long elementCount(std::vector<long> const& dims, long elementSize)
-{
-    bool const fits = quarna::contiguousStrides(dims, elementSize, 'F').has_value();
-    auto const count = quarna::checkedProduct(dims);
-    return fits && count ? *count : std::numeric_limits<long>::max();
-}
-
 }  // namespace
 
 PyObject* QCPyArray_Reshape(PyObject* self, PyObject* args, PyObject* kwds)
@@ -91,14 +82,15 @@ PyObject* QCPyArray_Reshape(PyObject* self, PyObject* args, PyObject* kwds)
         return nullptr;
     }
     QDArrayWrapper& wrapper = *array->getQDAWrapper();
-    long const count = elementCount(dims, wrapper.getElementSizeInBytes());
+    // A product beyond 63 bits shows as the largest that there is.
+    long const count = quarna::checkedProduct(dims).value_or(std::numeric_limits<long>::max());
     if (count != wrapper.getNumberOfElements()) {
         quarna::setComposedError(QCPyError::shapeErr,
                                  "number of elements specified by arguments to reshape() (", count,
                                  ") does not match current number (", wrapper.getNumberOfElements(), ").");
         return nullptr;
     }
-    if (kwds != nullptr) {
+    if (kwds != nullptr && PyDict_GET_SIZE(kwds) > 0) {
         return refuse(PyExc_ValueError, "reshape() does not accept keyword arguments.");
     }
     if (wrapper.exportCount() > 0) {

@@ -10,7 +10,7 @@
 template <class T>
 quarna::WritableElements<T> QDArrayWrapper::writableElements()
 {
-    return {quarna::data::writableElementsOf<T>(m_array), static_cast<T*>(m_buf.get())};
+    return {quarna::data::writableElementsOf<T>(m_array), m_buf.get()};
 }
 
 template <class T>

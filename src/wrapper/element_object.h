@@ -5,20 +5,24 @@
 
 #include "vocabulary/element.h"
 
-#include <algorithm>
 #include <concepts>
+#include <cstddef>
 #include <cstdint>
+#include <cstring>
 
 namespace quarna {
 
-/// The element at an address of a mirror. A logical byte that came from outside may be any: not 0 is true.
+/// The element at an address, which memory from outside need not have aligned. A logical byte from outside may be
+/// any: not 0 is true.
 template <class T>
 T loadElement(void const* address)
 {
     if constexpr (Logical<T>) {
         return *static_cast<unsigned char const*>(address) != 0;
     } else {
-        return *static_cast<T const*>(address);
+        T element;
+        std::memcpy(&element, address, sizeof(T));
+        return element;
     }
 }
 
@@ -34,7 +38,9 @@ template <class T>
 T* loadRun(void const* block, long offset, long length, long stride, T* destination)
 {
     if (stride == 1 && !Logical<T>) {
-        return std::copy_n(static_cast<T const*>(block) + offset, length, destination);
+        auto const* const first = static_cast<unsigned char const*>(block) + offset * long{sizeof(T)};
+        std::memcpy(static_cast<void*>(destination), first, static_cast<std::size_t>(length) * sizeof(T));
+        return destination + length;
     }
     for (long i = 0; i < length; ++i) {
         *destination++ = loadElementAt<T>(block, offset + i * stride);

@@ -1,4 +1,4 @@
-// Making what a wrapper derives from its data array: the mirror and the strides.
+// Making what a wrapper derives from its data array: the mirror.
 #pragma once
 
 #include "wrapper/qd_array_wrapper.h"
@@ -10,8 +10,5 @@ namespace quarna {
 
 /// A new block with the bytes of all elements. Throws std::bad_alloc without memory.
 MirrorBlock makeMirror(data::Array const& array, long sizeInBytes);
-
-/// contiguousStrides, or number 26 thrown where they do not fit.
-std::vector<long> requireStrides(std::span<long const> shape, long elementSize, char order);
 
 }  // namespace quarna

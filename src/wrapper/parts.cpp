@@ -1,8 +1,8 @@
 // Real and imaginary parts, and the plain elements, as new arrays of one row.
 #include "wrapper/apply_numeric_visitor.h"
+#include "wrapper/element_object.h"
 #include "wrapper/qd_array_wrapper.h"
 
-#include <algorithm>
 #include <cstddef>
 #include <stdexcept>
 #include <string>
@@ -26,30 +26,28 @@ struct NonComplexVisitor {
     quarna::data::Array operator()(quarna::data::TypedArray<T> const& array) const
     {
         using Real = quarna::RealPartOf<T>;
-        std::size_t const count = array.elementCount();
-        auto buffer = factory.createBuffer<Real>(count);
-        T const* const elements = array.elements();
+        auto const count = static_cast<long>(array.elementCount());
+        auto buffer = factory.createBuffer<Real>(array.elementCount());
         if constexpr (quarna::Complex<T>) {
-            extractPart(elements, elements + count, buffer.get());
+            extractPart(array.elements(), count, buffer.get());
         } else {
             if (output != OutputEnum::NONCOMPLEX) {
                 throwInvalidOutput("noncomplex", output);
             }
-            std::copy(elements, elements + count, buffer.get());
+            quarna::loadRun(array.elements(), 0, count, 1, buffer.get());
         }
-        return factory.createArrayFromBuffer<Real>({1, count}, std::move(buffer));
+        return factory.createArrayFromBuffer<Real>({1, array.elementCount()}, std::move(buffer));
     }
 
-    template <class T, class Real>
-    void extractPart(T const* first, T const* last, Real* part) const
+    // A complex element is two real ones, side by side.
+    template <class Real>
+    void extractPart(std::complex<Real> const* elements, long count, Real* part) const
     {
-        if (output == OutputEnum::REAL) {
-            std::transform(first, last, part, [](T const& element) { return element.real(); });
-        } else if (output == OutputEnum::IMAG) {
-            std::transform(first, last, part, [](T const& element) { return element.imag(); });
-        } else {
+        if (output != OutputEnum::REAL && output != OutputEnum::IMAG) {
             throwInvalidOutput("complex", output);
         }
+        long const first = output == OutputEnum::IMAG ? 1 : 0;
+        quarna::loadRun(static_cast<void const*>(elements), first, count, 2, part);
     }
 };
 

@@ -50,15 +50,6 @@ long elementSizeOf(quarna::data::Array const& array)
 
 }  // namespace
 
-std::vector<long> quarna::requireStrides(std::span<long const> shape, long elementSize, char order)
-{
-    auto strides = contiguousStrides(shape, elementSize, order);
-    if (!strides) {
-        throwTooManyElements();
-    }
-    return *std::move(strides);
-}
-
 quarna::MirrorBlock quarna::makeMirror(data::Array const& array, long sizeInBytes)
 {
     auto const size = static_cast<std::size_t>(sizeInBytes);
@@ -89,7 +80,7 @@ void QDArrayWrapper::init()
 {
     m_shape = shapeOf(m_array);
     m_elemSizeInBytes = elementSizeOf(m_array);
-    m_bytewiseStrides = quarna::requireStrides(m_shape, m_elemSizeInBytes, m_order);
+    m_bytewiseStrides = quarna::contiguousStrides(m_shape, m_elemSizeInBytes, m_order);
     m_numElems = narrowed(m_array.elementCount());
     auto const size = quarna::checkedProduct(m_numElems, m_elemSizeInBytes);
     // Reads trust the shape, so a library whose count contradicts it is not read at all.
@@ -118,7 +109,11 @@ long QDArrayWrapper::getElementOffsetFromIndices(std::span<long const> indices) 
     }
     long bytes = 0;
     for (std::size_t dimension = 0; dimension < indices.size(); ++dimension) {
-        bytes += indices[dimension] * m_bytewiseStrides[dimension];
+        long distance = 0;
+        if (__builtin_mul_overflow(indices[dimension], m_bytewiseStrides[dimension], &distance) ||
+            __builtin_add_overflow(bytes, distance, &bytes)) {
+            return -1;
+        }
     }
     return bytes / m_elemSizeInBytes;
 }

@@ -11,6 +11,7 @@
 #include "vocabulary/export.h"
 
 #include <cstdlib>
+#include <cstring>
 #include <iosfwd>
 #include <memory>
 #include <span>
@@ -18,16 +19,17 @@
 
 namespace quarna {
 
-/// The two places that hold the elements of a wrapper, both writable.
+/// The two places that hold the elements of a wrapper, both writable. A block from outside need not be aligned.
 template <class T>
 struct WritableElements {
-    T* stored;
-    T* mirrored;
+    void* stored;
+    void* mirrored;
 
     void set(long offset, T value) const
     {
-        stored[offset] = value;
-        mirrored[offset] = value;
+        for (void* const block : {stored, mirrored}) {
+            std::memcpy(static_cast<unsigned char*>(block) + offset * long{sizeof(T)}, &value, sizeof(T));
+        }
     }
 };
 
@@ -47,8 +49,8 @@ enum class OutputEnum : int { NONCOMPLEX = 0, REAL = 1, IMAG = 2 };
 
 class QDArrayWrapper {
 public:
-    /// Throw what the client layer throws: number 19 without memory for the mirror, number 26 if the sizes or
-    /// strides do not fit 63 bits. The order is 'F', or 'C' for an array that is stored row-major.
+    /// Throw what the client layer throws, std::bad_alloc without memory for the mirror, number 26 if the sizes do
+    /// not fit 63 bits. The order is 'F', or 'C' for an array that is stored row-major.
     QDArrayWrapper(quarna::data::Array&& array, char order);
     QDArrayWrapper(quarna::data::Array const& array, char order);
     QDArrayWrapper(QDArrayWrapper const&) = delete;
@@ -78,7 +80,7 @@ public:
     unsigned long reshapeCount() const { return m_reshapes; }
 
     /// The position of an element in storage, counted in elements; missing indices are 0. -1 for more indices
-    /// than dimensions. The indices are not held against the shape.
+    /// than dimensions, and for a position beyond 63 bits. The indices are not held against the shape.
     long getElementOffsetFromIndices(std::span<long const> indices) const;
 
     /// A negative index counted from the end, with no lower bound; -999 for an index at or past the length.

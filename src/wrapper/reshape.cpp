@@ -1,5 +1,6 @@
 // Giving an array new dimensions.
 #include "wrapper/apply_numeric_visitor.h"
+#include "wrapper/layout.h"
 #include "wrapper/mirror.h"
 #include "wrapper/qd_array_wrapper.h"
 
@@ -30,7 +31,7 @@ void QDArrayWrapper::reshape(std::vector<long> const& dims, quarna::data::ArrayF
                              quarna::data::MemoryLayout layout)
 {
     std::vector<long> shape = dims;
-    std::vector<long> strides = quarna::requireStrides(dims, m_elemSizeInBytes, order);
+    std::vector<long> strides = quarna::contiguousStrides(dims, m_elemSizeInBytes, order);
     quarna::data::Array array =
         quarna::data::apply_numeric_visitor(std::as_const(m_array), ReshapeVisitor{dims, factory, layout});
     quarna::MirrorBlock mirror = quarna::makeMirror(array, m_bufferSizeInBytes);

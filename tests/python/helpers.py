@@ -53,6 +53,7 @@ library = ctypes.CDLL("libQuarnaDataArray.so")
 library.get_function_ptr.restype = c_void_p
 scripted = hasattr(library, "scripted_live_objects")
 if scripted:
+    native_side = ctypes.CDLL("libnative_side.so")
     library.scripted_live_objects.restype = library.scripted_calls.restype = ctypes.c_long
 
 _pointer = ctypes.pythonapi.PyCapsule_GetPointer
@@ -60,6 +61,14 @@ _pointer.restype, _pointer.argtypes = c_void_p, [ctypes.py_object, ctypes.c_char
 _entries = (c_void_p * 2).from_address(_pointer(module._capi, b"quarnamultidimarrayforpython._capi"))
 array_of_handle = ctypes.PYFUNCTYPE(ctypes.py_object, c_void_p)(_entries[0])
 handle_of_array = ctypes.PYFUNCTYPE(c_void_p, ctypes.py_object)(_entries[1])
+
+
+def dump(array):
+    """The lines of the native dump of an array."""
+    text, write = ctypes.create_string_buffer(10000), ctypes.CDLL(module.__file__)._ZNK11QCppPyArray14writeToOstreamERSo
+    native = c_void_p.from_address(id(array) + object.__basicsize__)    # the field behind the head of the object
+    native_side.native_side_dump(write, native, text, c_size_t(len(text)))
+    return text.value.decode("latin1").splitlines()
 
 
 def operation(number, result, *kinds):

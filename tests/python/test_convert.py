@@ -47,7 +47,7 @@ TABLE = [
     ("single c", [(0.1j, 0.10000000149011612j), (complex(1e300, -1e300), complex(INF, -INF)), (2 ** 64, complex(INF, 0)),
                   (-2 ** 64, complex(-INF, 0)), (Willing(), OTHER)]),
     ("int8 c", [(1.9, 1 + 0j), (-128.9 + 127.9j, -128 + 127j), (128.0, beyond(128)), (1 - 129j, beyond(-129)), (300, beyond(300)),
-                (NAN, beyond(NAN)), (INF, beyond(INF)), (complex(0, NAN), beyond(NAN)), (1e20, beyond(1e20)),
+                (NAN, beyond(NAN)), (-NAN, beyond(NAN)), (-INF, beyond(-INF)), (INF, beyond(INF)), (complex(0, NAN), beyond(NAN)), (1e20, beyond(1e20)),
                 (complex(200, 300.5), beyond(200)), (complex(1, 300.5), beyond(300.5)), (decimal.Decimal(1), OTHER)]),
     ("uint8 c", [(-0.5, 0j), (-1.0, beyond(-1)), (255.9j, 255j), (256j, beyond(256))]),
     ("int64 c", [(2 ** 53 + 1, 2.0 ** 53 + 0j), (2.0 ** 63, beyond(2.0 ** 63)), (-2.0 ** 63, beyond(-2.0 ** 63)),

@@ -1,5 +1,6 @@
 """Input that lies, breaks off, changes under the walk, has no end or no size that fits: an error and nothing worse."""
 
+import array
 import copy
 import itertools
 import os
@@ -7,7 +8,8 @@ import pickle
 
 import pytest
 
-from helpers import NAMES, refuses
+import model
+from helpers import NAMES, agrees, outcome, refuses
 
 SIZE_ITEM = "Item %s could not be retrieved from the value associated with the 'size' keyword."
 NO_MEMORY = "unable to allocate memory for array with number of elements = %d; type = %s"
@@ -72,20 +74,35 @@ def test_nests_without_an_end():
 
 
 def test_sizes_that_fit_nowhere():
-    for size, count, name in (((2 ** 62,), 2 ** 62, "int16"), ((2 ** 32, 2 ** 32), 2 ** 64 - 1, "uint16"),
-                              ((2 ** 62,) * 3, 2 ** 64 - 1, "logical")):
+    for size, count, name in (((2 ** 62,), 2 ** 62, "int16"), ((2 ** 61, 1), 2 ** 61, "double"), ((2 ** 62, 2), 2 ** 64 - 1, "int8"),
+                              ((2 ** 32, 2 ** 32), 2 ** 64 - 1, "uint16"), ((2 ** 62,) * 3, 2 ** 64 - 1, "logical")):
         refuses("cls(size=size)", MemoryError, NO_MEMORY % (count, name), cls=NAMES[name], size=size)
-    refuses("double(vector=s)", MemoryError, s=Sequence(2 ** 61))
-    for size in ((0, 2 ** 62, 2 ** 62), (2 ** 62, 2 ** 62, 0), (2 ** 62, 0, 2 ** 62)):
-        for make in (lambda: NAMES["double"](size=size), lambda: NAMES["double"]().reshape(size)):
-            try:
-                empty = make()
-            except (MemoryError, NAMES["ShapeError"]):
-                continue
-            assert empty.size == size and memoryview(empty).nbytes == 0
+    refuses("double(vector=s)", MemoryError, NO_MEMORY % (2 ** 61, "double"), s=Sequence(2 ** 61))
+
+
+def test_no_elements_beside_lengths_of_any_size():
+    for size, strides in (((2 ** 62, 0), (8, 0)), ((0, 2 ** 62, 2 ** 62), (8, 0, 0)), ((2 ** 62, 2 ** 62, 0), (8, 0, 0)),
+                          ((2 ** 62, 0, 2 ** 62), (8, 0, 0)), ((2 ** 59, 0, 5), (8, 2 ** 62, 0))):
+        for empty in (NAMES["double"](size=size), NAMES["double"]().reshape(size), NAMES["double"]([], size=size)):
+            assert empty.size == size and empty.get_bytewise_strides() == strides == memoryview(empty).strides
+            assert memoryview(empty).nbytes == 0 == empty.noncomplex().size[0] and empty.clone().size == (0,) + size[1:]
+            agrees(empty)
             if size[0]:
-                assert empty[2 ** 62 - 1].size == size[1:]
+                assert empty[2 ** 59 - 1].size == empty[-1].size == size[1:]
                 refuses("str(a)", MemoryError, a=empty)
+                refuses("a.reshape(2, 3)", NAMES["ShapeError"], a=empty)
+
+
+def test_elements_in_memory_of_any_alignment():
+    for typecode in "bBhHiIqQfd":
+        elements = array.array(typecode, [1, 2, 3])
+        for start in range(elements.itemsize):
+            memory = bytearray(start) + elements.tobytes()
+            view = memoryview(memory)[start:].cast(typecode)
+            for row in model.ROWS:
+                for code in ("f(s)", "f(s, is_complex=True)", "f(vector=s)", "f([s, s])"):
+                    names = dict(f=NAMES[row.name], s=view)
+                    assert outcome(code, names) == outcome(code, dict(names, s=elements))
 
 
 def test_ten_thousand_dimensions():

@@ -9,7 +9,8 @@ import pytest
 import quarna
 import quarnamultidimarrayforpython as module
 
-from helpers import (NAMES, agrees, array_of_handle, each_class, handle_contents, handle_of_array, new_handle, refuses)
+import helpers
+from helpers import (NAMES, agrees, array_of_handle, dump, each_class, handle_contents, handle_of_array, new_handle, refuses)
 from model import ROWS
 
 DOCS = [line.split(": ") for line in """
@@ -45,6 +46,7 @@ def test_a_class(row):
     cls, name = NAMES[row.name], row.name
     assert (cls.__module__, cls.__qualname__, cls.__doc__) == ("quarna", name, name)
     assert repr(cls) == "<class 'quarna.%s'>" % name and cls.__base__ is object and cls.__hash__ is None
+    assert cls.__basicsize__ == object.__basicsize__ + ctypes.sizeof(ctypes.c_void_p) == sys.getsizeof(cls([1]))
     own = [[key, getattr(cls, key).__doc__] for key in vars(cls)]
     assert [pair for pair in own if pair in DOCS[:7]] == DOCS[:7] and [pair for pair in own if pair in DOCS[7:]] == DOCS[7:]
     made = cls([1])
@@ -119,6 +121,81 @@ def test_an_import_that_fails(broken, text):
     code = "import array, sys\n%s\ntry: import %s\nexcept RuntimeError as failure: print(failure)" % (broken, module.__name__)
     path = os.pathsep.join([os.path.dirname(module.__file__)] + os.environ.get("PYTHONPATH", "").split(os.pathsep))
     assert subprocess.check_output([sys.executable, "-c", code], env=dict(os.environ, PYTHONPATH=path)) == text.encode() + b"\n"
+
+
+def run(code):
+    path = os.pathsep.join([os.path.dirname(module.__file__)] + os.environ.get("PYTHONPATH", "").split(os.pathsep))
+    return subprocess.check_output([sys.executable, "-c", code], env=dict(os.environ, PYTHONPATH=path)).decode().strip()
+
+
+def test_classes_of_an_import_that_failed_refuse():
+    pytest.importorskip("_testcapi")
+    assert int(run("""
+import _imp, _testcapi, array, importlib.util
+spec = importlib.util.spec_from_file_location("quarnamultidimarrayforpython", %r)
+made, seen, first = None, 0, 0
+while made is None:
+    _testcapi.set_nomemory(first, first + 30)
+    try: made = _imp.create_dynamic(spec)
+    except (MemoryError, SystemError, RuntimeError, ImportError): pass
+    finally: _testcapi.remove_mem_hooks()
+    first += 1
+    for cls in object.__subclasses__() if made is None else []:
+        if getattr(cls, '__module__', '') == 'quarna':
+            try: cls([1, 2, 3], (2, 2))
+            except RuntimeError as refusal: seen += str(refusal) == 'module not initialized.'
+try: made.double([1, 2, 3], (2, 2))
+except made.ShapeError: print(seen)
+""" % module.__file__)) > 100
+
+
+def test_what_the_module_needs_itself_stays_when_its_names_are_gone():
+    assert run("""
+import gc, quarna, quarnamultidimarrayforpython as module
+shape_error, size_error = module.ShapeError, module.SizeError
+for space in quarna, module:
+    for name in 'ShapeError', 'SizeError': delattr(space, name)
+del shape_error, size_error
+gc.collect()
+for code in 'quarna.double([1, 2], size=(3, 1))', 'quarna.double([[1], [2]], size=(1, 2))', 'quarna.double([1]).reshape(2, 2)':
+    try: eval(code)
+    except Exception as failure: print(type(failure).__name__)
+""").split() == ["ShapeError", "SizeError", "ShapeError"]
+
+
+@pytest.mark.parametrize("code, lines", [
+    ("a", []), ("a[1]", ["m_index: 1", "m_isNormalized: 1"]), ("a[-1]", ["m_index: 1", "m_isNormalized: 1"]),
+    ("a[::-1][0]", ["m_index: 1", "m_isNormalized: 0"]), ("a[0:2][1]", ["m_index: 1", "m_isNormalized: 0"]),
+    ("next(iter(a))", ["m_index: 0", "m_isNormalized: 0"]), ("a.noncomplex()", ["m_index: 0", "m_isNormalized: 0"]),
+    ("next(iter(c[1]))", ["m_index: 1", "m_isNormalized: 0", "m_index: 0", "m_isNormalized: 0"]),
+    ("c[1:][0]", ["m_index: 1", "m_isNormalized: 0"]), ("c[1][0]", ["m_index: 1", "m_isNormalized: 1", "m_index: 0", "m_isNormalized: 1"]),
+    ("a[::-1]", ["m_start: 1", "m_stop: -1", "m_step: -1", "m_slice_len: 2", "m_isNormalized: 1"]),
+    ("a[0:2][1:]", ["m_start: 1", "m_stop: 2", "m_step: 1", "m_slice_len: 1", "m_isNormalized: 1"]),
+])
+def test_the_dump_shows_what_an_array_restricts(code, lines, script):
+    names = dict(NAMES, a=module.int16([[1, 2], [3, 4]]), c=module.double([[[1, 2], [3, 4]]] * 2))
+    shown = dump(eval(code, names))
+    start, end = shown.index("m_isComplex: 0") + 1, [line[:10] for line in shown].index("m_numberOf")
+    assert shown[start:end] == lines and shown[-1] == "m_indexedArrayAsQDA: None"
+    assert shown[0] == "QDArrayWrapper: " and shown[1].startswith("QDA buffer: 1 ")
+
+
+def test_messages_are_the_same_in_every_locale(script):
+    helpers.native_side.native_side_group_digits(True)
+    try:
+        for code, kind, text in [
+            ("a[1234567]", IndexError, "index has an invalid value: 1234567"),
+            ("a.reshape(1000, 1000)", module.ShapeError, "number of elements specified by arguments to reshape() (1000000) "
+             "does not match current number (4)."),
+            ("uint8([70000])", OverflowError, "value (70000) cannot be stored in a variable of type uint8."),
+            ("int8([1234.5], is_complex=True)", OverflowError, "value (1234.5) cannot be stored in a variable of type int8."),
+            ("double(size=(2 ** 60, 1))", MemoryError, "unable to allocate memory for array with number of elements = %d; "
+             "type = double" % 2 ** 60),
+        ]:
+            refuses(code, kind, text, a=module.int16([[1, 2], [3, 4]]))
+        assert str(module.int32([1234567])) == "[[1234567]]" and str(module.double([1234567.5])) == "[[1234567.5]]"
+    finally:
+        helpers.native_side.native_side_group_digits(False)
 
 
 @pytest.mark.parametrize("omitted", ["110", "110,113,114,115"])

@@ -34,8 +34,9 @@ def test_new_shapes(lengths):
     (ValueError, BAD, "a.reshape(2, 2 ** 64) | a.reshape((2, 3), (2, 3)) | a.reshape([2, None])"),
     (RuntimeError, ITEM, "a.reshape(s)"),
     (NAMES["ShapeError"], COUNT % 4, "a.reshape(2, 2) | a.reshape(2, 2, order=1)"),
-    (NAMES["ShapeError"], COUNT % 0, "a.reshape(0, 2 ** 62, 2 ** 62)"),
+    (NAMES["ShapeError"], COUNT % 0, "a.reshape(0, 2 ** 62, 2 ** 62) | a.reshape(2 ** 62, 0) | a.reshape(2 ** 62, 2 ** 62, 0)"),
     (NAMES["ShapeError"], COUNT % (2 ** 63 - 1), "a.reshape(2 ** 32, 2 ** 32) | a.reshape(2 ** 31, 2 ** 31, 2, 3)"),
+    (NAMES["ShapeError"], COUNT % 2 ** 62, "a.reshape(2 ** 31, 2 ** 31)"),
     (ValueError, "reshape() does not accept keyword arguments.", "a.reshape(3, 2, order=1)"),
     (BufferError, None, "a.reshape(3, 2)"),     # because of the view: every other refusal comes before it
 ])

@@ -160,6 +160,19 @@ TEST(Refusals, OfTheLibraryAreThrownAndLeakNothing)
     }
 }
 
+TEST(Refusals, OfAHandleThatWasMovedFromAreNotForWantOfMemory)
+{
+    auto array = filledArray<std::complex<float>>({2});
+    auto const other = std::move(array);
+    for (auto const& work : {std::function<void()>([&] { array.writableElements(); }),
+                             {[&] { std::as_const(array).elements(); }},
+                             {[&] { array[0]; }},
+                             {[&] { array.release(); }},
+                             {[&] { array.getType(); }}}) {
+        EXPECT_EQ(messageOf(work), "System Error.");
+    }
+}
+
 TEST(Optional, RowMajorBuffersNeedTheNewerOperation)
 {
     ArrayFactory factory;
@@ -188,6 +201,21 @@ TEST(Missing, ARequiredOperationLeaksNothing)
         GTEST_SKIP();
     }
     EXPECT_EQ(messageOf([] { filledArray<double>({2}); }), "This feature requires QR1");
+}
+
+// Only in a process of its own, whose library cannot destroy something.
+TEST(Missing, ADestroyerMeansThatNothingIsMade)
+{
+    auto const has = [](int number) { return get_function_ptr(number) != nullptr; };
+    if (has(15) && has(23) && has(50) && has(64)) {
+        GTEST_SKIP();
+    }
+    auto const useAll = [] {
+        auto array = filledArray<std::complex<float>>({2});
+        array[0];
+        array.writableElements();
+    };
+    EXPECT_EQ(messageOf(useAll), "This feature requires QR1");
 }
 
 }  // namespace

@@ -72,14 +72,35 @@ TEST_F(Library, RefusesWhatItCannotHold)
         std::int32_t type;
         std::size_t count;
         int code;
-    } const rows[]{{3, 1UL << 61, 26}, {22, 1UL << 60, 26}, {5, huge / 2, 19}, {3, 1UL << 59, 19},
-                   {2, 1, 20},         {-1, 1, 20},         {23, 1, 20}};
+    } const rows[]{{3, 1UL << 61, 26}, {22, 1UL << 60, 26}, {3, 1UL << 60, 26},        {5, 1UL << 63, 26},
+                   {5, huge / 2, 19},  {3, 1UL << 59, 19},  {22, (1UL << 59) - 1, 19}, {2, 1, 20},
+                   {-1, 1, 20},        {23, 1, 20}};
     for (auto const& [type, count, code] : rows) {
         create(type, {1, count}, code);
         EXPECT_EQ(create_buffer_(m_factory, &m_block, &m_deleter, type, count), code);
         EXPECT_FALSE(hasBlock()) << type;
     }
     create(3, {1UL << 32, 1UL << 32}, 26);
+    for (std::size_t const dimensions : {1UL << 45, 1UL << 60, huge}) {
+        quarna_array* array = nullptr;
+        std::size_t const length = 1;
+        EXPECT_EQ(create_array_(m_factory, 3, &length, dimensions, &array), 19) << dimensions;
+    }
+}
+
+TEST_F(Library, WhatHandedItsBlockOverCannotBeCopied)
+{
+    for (Shape const& shape : {Shape{}, {5}, {2, 3}}) {
+        Array const array = create(3, shape);
+        ASSERT_EQ(release_buffer_(array.get(), true, &m_block, &m_deleter), 0);
+        m_deleter(m_block);
+        for (bool const soleHolder : {false, true}) {
+            auto* unshared = reinterpret_cast<quarna_array*>(this);
+            EXPECT_TRUE(unshare_(array.get(), soleHolder, &unshared));
+            EXPECT_EQ(unshared, nullptr) << "nothing to write to";
+        }
+        EXPECT_EQ(get_element_count_(array.get()), 0U);
+    }
 }
 
 TEST_F(Library, AnAdoptedBlockIsFreedOnceWhateverTheOutcome)
@@ -90,7 +111,8 @@ TEST_F(Library, AnAdoptedBlockIsFreedOnceWhateverTheOutcome)
         std::size_t length;
         std::int32_t layout;
         int code;
-    } const rows[]{{3, 2, 0, 0}, {3, 2, 1, 0}, {2, 2, 0, 20}, {3, huge, 0, 26}, {3, 2, 2, 23}};
+    } const rows[]{{3, 2, 0, 0},     {3, 2, 1, 0},          {2, 2, 0, 20},
+                   {3, huge, 0, 26}, {3, 1UL << 60, 0, 26}, {3, 2, 2, 23}};
     auto const free = [](void* block) { ++*static_cast<int*>(block); };
     for (auto const& [type, length, layout, code] : rows) {
         freed = 0;

@@ -198,11 +198,18 @@ TEST(WrapperFailures, LeaveAReshapedArrayWhole)
     }
 }
 
-TEST(WrapperFailures, StridesThatDoNotFitAreRefused)
+TEST(WrapperIndices, BeyondEverySizeAreRefused)
 {
-    auto const tooLong = data::ArrayFactory().createArray<double>({1UL << 62, 1UL << 62, 0});
-    EXPECT_THROW(QDArrayWrapper(tooLong, 'F'), std::exception);
-    EXPECT_EQ(QDArrayWrapper(tooLong, 'C').bytewiseStrides()[2], 8);
+    constexpr long huge = 1L << 62;
+    QDArrayWrapper const empty(ArrayFactory().createArray<double>({huge, huge, 0}), 'F');
+    EXPECT_EQ(Shape(empty.bytewiseStrides(), empty.bytewiseStrides() + 3), (Shape{8, 0, 0}));
+    QDArrayWrapper wrapper(arrayOf<double>({2, 3}), 'F');
+    auto const elements = elementsOf<double>(wrapper);
+    for (Indices const& indices : {Indices{huge}, {0, huge}, {1L << 61, 1L << 60}, {1, -huge}}) {
+        EXPECT_EQ(wrapper.getElementOffsetFromIndices(indices), -1);
+        EXPECT_FALSE(wrapper.setElementFromIndices(indices, 5.0));
+    }
+    EXPECT_EQ(elementsOf<double>(wrapper), elements);
 }
 
 TEST(WrapperIndices, AreNormalisedAsTheirCallersExpect)
