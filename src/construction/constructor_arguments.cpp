@@ -7,6 +7,8 @@
 
 #include "vocabulary/errors.h"
 
+#include <utility>
+
 #include <array>
 #include <cstddef>
 

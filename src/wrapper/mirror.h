@@ -3,9 +3,6 @@
 
 #include "wrapper/qd_array_wrapper.h"
 
-#include <span>
-#include <vector>
-
 namespace quarna {
 
 /// A new block with the bytes of all elements. Throws std::bad_alloc without memory.

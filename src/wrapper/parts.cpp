@@ -3,7 +3,7 @@
 #include "wrapper/element_object.h"
 #include "wrapper/qd_array_wrapper.h"
 
-#include <cstddef>
+#include <complex>
 #include <stdexcept>
 #include <string>
 #include <utility>

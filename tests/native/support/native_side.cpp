@@ -1,6 +1,8 @@
 // What Python tests cannot do from Python: a dump of an array, and the locale of C++.
+#include <cstddef>
 #include <cstring>
 #include <locale>
+#include <ostream>
 #include <sstream>
 #include <string>
 
