@@ -20,7 +20,9 @@ PUBLISHED = [(0, 288.15, 101325), (11, 216.65, 22632.06), (20, 216.65, 5474.889)
 
 def test_it_makes_arrays():
     table = atmosphere.profile(72, 1000)
-    assert type(table) is quarna.double and table.size == (3, 72) and sys.getrefcount(table) == 2
+    fresh = quarna.double()
+    assert type(table) is quarna.double and table.size == (3, 72)
+    assert sys.getrefcount(table) == sys.getrefcount(fresh)     # CPython 3.14 lends a variable uncounted
     for kilometres, temperature, pressure in PUBLISHED:
         expected = [kilometres * 1000, temperature, pressure]
         assert [row[kilometres] for row in table] == pytest.approx(expected, rel=1e-6)
