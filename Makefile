@@ -1,4 +1,4 @@
-# make build|demo|test|bench|lint|clean
+# make build|demo|test|python-test|bench|lint|clean
 #   PYTHON=      the interpreter to build for and to test          (python3)
 #   BUILD=       the folder to build in                            (build)
 #   BUILD_TYPE=  Release, Debug or another of CMake's build types  (Release)
@@ -11,7 +11,7 @@ SANITIZE ?=
 MAKEFLAGS += --no-print-directory
 export PYTHON BUILD BUILD_TYPE SANITIZE
 
-.PHONY: build demo test bench lint clean
+.PHONY: build demo test python-test bench lint clean
 
 build:
 	@tools/build
@@ -21,6 +21,9 @@ demo: build
 
 test:
 	@tools/test
+
+python-test:
+	@tools/test python
 
 bench: build
 	@tools/run "$$(tools/environment)" benchmarks/bench.py
