@@ -7,7 +7,5 @@ write_basic_package_version_file("${quarna_version_file}" COMPATIBILITY SameMajo
 
 install(DIRECTORY include/ library/include/
     DESTINATION quarna/include COMPONENT consumer)
-install(FILES src/data/array_types.def
-    DESTINATION quarna/include/quarna_data_array COMPONENT consumer)
 install(FILES cmake/quarnaConfig.cmake "${quarna_version_file}"
     DESTINATION quarna/cmake COMPONENT consumer)

@@ -1,7 +1,7 @@
 /* Exchanging arrays with the module quarnamultidimarrayforpython, for native code of the same process.
  *
  * An array travels as a handle of libQuarnaDataArray.so, a quarna_array*, whose numbered operations read and make
- * it: see quarna_data_array/c_abi.h and operations.def. Call quarna_import() once, when your module is imported;
+ * it: see quarna_data_array/c_abi.h and the tables beside it. Call quarna_import() once, when your module is imported;
  * then use the functions of `QuarnaAPI`. All of this needs the GIL. Valid C and C++; for C++20, quarna.hpp puts
  * owning handles, checks and exceptions on top.
  */

@@ -54,13 +54,14 @@ PyObject* guarded(Body body)
     return nullptr;
 }
 
-/// Throws for an error code of the library; 19 and 26 say that there is no memory for so many elements.
+/// Throws for an error code of the library: std::bad_alloc where there is no memory for so many elements, or else
+/// LibraryError.
 inline void check(int code)
 {
-    if (code == 19 || code == 26) {
+    if (code == QUARNA_ERROR_OutOfMemory || code == QUARNA_ERROR_TooManyElements) {
         throw std::bad_alloc();
     }
-    if (code != 0) {
+    if (code != QUARNA_SUCCESS) {
         throw LibraryError("The data-array library answered with error code " + std::to_string(code) + ".");
     }
 }
@@ -105,12 +106,12 @@ using ArrayHandle = Owned<quarna_array>;
 template <class T>
 struct ElementType;  // undefined: arrays have no such elements
 
-#define QUARNA_ARRAY_TYPE(number, name, element)        \
-    template <>                                         \
-    struct ElementType<element> {                       \
-        static constexpr std::int32_t value = (number); \
+#define QUARNA_ELEMENT_TYPE(number, name, bytes, parts, element) \
+    template <>                                                  \
+    struct ElementType<element> {                                \
+        static constexpr std::int32_t value = (number);          \
     };
-#include "quarna_data_array/array_types.def"
+#include "quarna_data_array/element_types.def"
 
 /// The library's number for elements of type T.
 template <class T>
@@ -120,10 +121,10 @@ inline constexpr std::int32_t elementType = ElementType<T>::value;
 inline const char* elementTypeName(std::int32_t type)
 {
     switch (type) {
-#define QUARNA_ARRAY_TYPE(number, name, element) \
-    case number:                                 \
+#define QUARNA_ELEMENT_TYPE(number, name, bytes, parts, element) \
+    case number:                                                 \
         return #name;
-#include "quarna_data_array/array_types.def"
+#include "quarna_data_array/element_types.def"
     default:
         return "unknown";
     }

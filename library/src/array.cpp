@@ -69,7 +69,7 @@ std::unique_ptr<quarna_array> makeZeroedArray(std::int32_t type, Shape dimension
 quarna_array* operations::create_empty_array() noexcept
 {
     quarna_array* array = nullptr;
-    answer(&array, [] { return makeZeroedArray(doubleType, {0, 0}).release(); });
+    answer(&array, [] { return makeZeroedArray(QUARNA_TYPE_DOUBLE, {0, 0}).release(); });
     return array;
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "block.h"
+#include "quarna_data_array/numbers.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -12,7 +13,10 @@ namespace quarna::library {
 
 using Shape = std::vector<std::size_t>;
 
-enum class Layout : std::int32_t { ColumnMajor = 0, RowMajor = 1 };
+enum class Layout : std::int32_t {
+    ColumnMajor = QUARNA_LAYOUT_COLUMN_MAJOR,
+    RowMajor = QUARNA_LAYOUT_ROW_MAJOR,
+};
 
 }  // namespace quarna::library
 

@@ -1,32 +1,40 @@
-// The element types of arrays: numbers 0, 1 and 3 to 22, and how many bytes an element of each has.
+// The element types of arrays: how many bytes an element of each has, and whether it is complex.
 #pragma once
 
 #include "failure.h"
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 
 namespace quarna::library {
 
-inline constexpr std::int32_t doubleType = 3;
-inline constexpr std::int32_t firstComplexType = 13;
-inline constexpr std::array<std::size_t, 23> elementSizes{
-    1,  2, 0,                        // logical, character, number 2 is none
-    8,  4, 1, 1, 2, 2, 4, 4, 8,  8,  // double, single, then int8 to uint64, signed before unsigned
-    16, 8, 2, 2, 4, 4, 8, 8, 16, 16  // the complex forms of these ten
+struct ElementType {
+    std::size_t bytes;
+    int parts;
 };
+
+/// No bytes and no parts for a number that is no type.
+constexpr ElementType elementType(std::int32_t type)
+{
+    switch (type) {
+#define QUARNA_ELEMENT_TYPE(number, name, bytes, parts, element) \
+    case number:                                                 \
+        return {bytes, parts};
+#include "quarna_data_array/element_types.def"
+    default:
+        return {};
+    }
+}
 
 constexpr bool isComplex(std::int32_t type)
 {
-    return type >= firstComplexType;
+    return elementType(type).parts == 2;
 }
 
 /// Bytes of one element. Throws SystemError for a number that is no type.
 inline std::size_t elementSize(std::int32_t type)
 {
-    require(type >= 0 && static_cast<std::size_t>(type) < elementSizes.size());
-    std::size_t const size = elementSizes[static_cast<std::size_t>(type)];
+    std::size_t const size = elementType(type).bytes;
     require(size != 0);
     return size;
 }

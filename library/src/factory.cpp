@@ -19,7 +19,7 @@ Layout layoutFrom(std::int32_t layout)
 {
     require(layout == static_cast<std::int32_t>(Layout::ColumnMajor) ||
                 layout == static_cast<std::int32_t>(Layout::RowMajor),
-            Code::LayoutMismatch);
+            Code::MemoryLayoutMismatch);
     return static_cast<Layout>(layout);
 }
 

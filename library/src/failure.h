@@ -1,20 +1,18 @@
 // How work inside the library fails: one thrown code, and the place where it becomes an answer.
 #pragma once
 
+#include "quarna_data_array/numbers.h"
+
 #include <new>
 #include <stdexcept>
 
 namespace quarna::library {
 
-/// The answers this library gives; the numbers are those that its clients translate.
+/// What operations answer.
 enum class Code : int {
-    Success = 0,
-    InvalidIndex = 1,
-    TypeMismatch = 8,
-    NoMemory = 19,
-    SystemError = 20,
-    LayoutMismatch = 23,
-    TooManyElements = 26,
+    Success = QUARNA_SUCCESS,
+#define QUARNA_ERROR_CODE(number, name, origin, message) name = (number),
+#include "quarna_data_array/error_codes.def"
 };
 
 /// Thrown and caught inside the library only.
@@ -39,9 +37,9 @@ int answer(Work work) noexcept
     } catch (Failure const& failure) {
         return static_cast<int>(failure.code);
     } catch (std::bad_alloc const&) {
-        return static_cast<int>(Code::NoMemory);
+        return static_cast<int>(Code::OutOfMemory);
     } catch (std::length_error const&) {
-        return static_cast<int>(Code::NoMemory);  // a list of dimensions longer than any memory
+        return static_cast<int>(Code::OutOfMemory);  // a list of dimensions longer than any memory
     } catch (...) {
         return static_cast<int>(Code::SystemError);
     }

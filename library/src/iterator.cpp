@@ -18,7 +18,7 @@ int addressOf(quarna_iterator const* iterator, bool complex, void** address)
 {
     return answer(address, [&] {
         require(iterator != nullptr);
-        require(isComplex(iterator->array->type) == complex, Code::TypeMismatch);
+        require(isComplex(iterator->array->type) == complex, Code::DataTypeMismatch);
         return iterator->address();
     });
 }

@@ -22,7 +22,7 @@ int operations::get_reference(quarna_array* array, std::size_t index, quarna_ref
 {
     return answer(reference, [&] {
         require(array != nullptr);
-        require(index < array->count, Code::InvalidIndex);
+        require(index < array->count, Code::InvalidArrayIndex);
         return new quarna_reference{{array, index}};
     });
 }
@@ -47,8 +47,8 @@ int operations::set_complex(quarna_reference* reference, std::int32_t type, void
 {
     return answer([&] {
         require(reference != nullptr && real != nullptr && imaginary != nullptr);
-        require(type == reference->array->type && isComplex(type), Code::TypeMismatch);
-        require(reference->index < reference->array->count, Code::InvalidIndex);
+        require(type == reference->array->type && isComplex(type), Code::DataTypeMismatch);
+        require(reference->index < reference->array->count, Code::InvalidArrayIndex);
         std::size_t const width = elementSize(type) / 2;
         std::memmove(reference->address(), real, width);
         std::memmove(imaginaryPart(*reference), imaginary, width);

@@ -1,6 +1,8 @@
 // The type numbers of the data-array library and the element types they stand for.
 #pragma once
 
+#include "quarna_data_array/numbers.h"
+
 #include <complex>
 #include <cstdint>
 
@@ -12,7 +14,10 @@ enum class ArrayType : std::int32_t {
 };
 
 /// How elements are laid out: the first index fastest, or the last.
-enum class MemoryLayout : std::int32_t { COLUMN_MAJOR = 0, ROW_MAJOR = 1 };
+enum class MemoryLayout : std::int32_t {
+    COLUMN_MAJOR = QUARNA_LAYOUT_COLUMN_MAJOR,
+    ROW_MAJOR = QUARNA_LAYOUT_ROW_MAJOR,
+};
 
 template <class T>
 struct ArrayTypeOf;

@@ -1,12 +1,18 @@
-// The table of the library's error codes.
+// From the library's error codes to their exceptions.
 #include "data/exceptions.h"
+
+#include <algorithm>
+#include <iterator>
 
 namespace quarna::data::detail {
 namespace {
 
+enum class Origin { library, client };
+
 struct ErrorCode {
-    ExceptionType type;
-    const char* message;  // null: the text that came with the code
+    int number;
+    Origin origin;
+    const char* message;
     void (*raise)(std::string message);
 };
 
@@ -16,52 +22,29 @@ template <ExceptionType type>
     throw DataException<type>(std::move(message));
 }
 
-template <ExceptionType type>
-constexpr ErrorCode code(const char* message)
-{
-    return {type, message, &raise<type>};
-}
-
 constexpr ErrorCode errorCodes[] = {
-    code<ExceptionType::InvalidArrayIndex>("Array index is invalid."),
-    code<ExceptionType::StringIndexMustBeLast>("String index must be last."),
-    code<ExceptionType::StringIndexNotValid>("String index not valid for this array."),
-    code<ExceptionType::NotEnoughIndices>("Not enough indices provided."),
-    code<ExceptionType::TooManyIndices>("Too many indices provided."),
-    code<ExceptionType::OnlyOneStringIndex>("Can only provide one string index."),
-    code<ExceptionType::DataTypeMismatch>("Data type mismatch."),
-    code<ExceptionType::ArrayTypeMismatch>("Array type mismatch."),
-    code<ExceptionType::FieldDoesNotExist>("Field does not exist in this struct."),
-    code<ExceptionType::MissingClassName>("Must specify a class name."),
-    code<ExceptionType::WrongNumberOfEnums>("Wrong number of enums supplied."),
-    code<ExceptionType::NotAString>("Can't create a std::string from this data."),
-    code<ExceptionType::DuplicateFieldName>("Duplicate field names not allowed."),
-    code<ExceptionType::OutOfMemory>("Not enough memory available to support the request."),
-    code<ExceptionType::EmptyArrayIndexed>("Can't index into an empty array."),
-    code<ExceptionType::MemoryLayoutMismatch>("Memory layout mismatch."),
-    code<ExceptionType::InputLayoutMismatch>("Memory layout mismatch."),
-    code<ExceptionType::OutputLayoutMismatch>("Memory layout mismatch."),
-    code<ExceptionType::TooManyElements>("Number of elements exceeds max."),
-    code<ExceptionType::HeterogeneousObjects>(
-        "ObjectArray not created. Elements must belong to the same class, or to classes that are part of a "
-        "heterogeneous hierarchy."),
-    code<ExceptionType::LibraryText>(nullptr),
-    code<ExceptionType::LibraryDetail>(nullptr),
+#define QUARNA_ERROR_CODE(number, name, origin, message) \
+    {number, Origin::origin, message, &raise<ExceptionType::name>},
+#include "quarna_data_array/error_codes.def"
 };
+
+ErrorCode const& errorCode(int number)
+{
+    auto const* const found =
+        std::find_if(std::begin(errorCodes), std::end(errorCodes), [number](ErrorCode const& code) {
+            return code.number == number && code.origin == Origin::library;
+        });
+    return found != std::end(errorCodes) ? *found : errorCode(static_cast<int>(ExceptionType::SystemError));
+}
 
 }  // namespace
 
 void throwIfError(int code, std::string const& errorText)
 {
-    if (code == 0) {
-        return;
+    if (code != 0) {
+        ErrorCode const& row = errorCode(code);
+        row.raise(*row.message != '\0' ? row.message : errorText);
     }
-    for (ErrorCode const& row : errorCodes) {
-        if (static_cast<int>(row.type) == code) {
-            row.raise(row.message != nullptr ? row.message : errorText);
-        }
-    }
-    throw DataException<ExceptionType::SystemError>("System Error.");
 }
 
 }  // namespace quarna::data::detail

@@ -18,32 +18,10 @@ public:
 
 namespace quarna::data {
 
-/// The numbers of the library's error codes, and two of the client's own.
+/// One for each error code; FeatureNotSupported is this client's own.
 enum class ExceptionType : int {
-    InvalidArrayIndex = 1,
-    StringIndexMustBeLast = 2,
-    StringIndexNotValid = 3,
-    NotEnoughIndices = 5,
-    TooManyIndices = 6,
-    OnlyOneStringIndex = 7,
-    DataTypeMismatch = 8,
-    ArrayTypeMismatch = 9,
-    FieldDoesNotExist = 10,
-    MissingClassName = 13,
-    WrongNumberOfEnums = 14,
-    NotAString = 16,
-    DuplicateFieldName = 18,
-    OutOfMemory = 19,
-    SystemError = 20,
-    EmptyArrayIndexed = 21,
-    FeatureNotSupported = 22,
-    MemoryLayoutMismatch = 23,
-    InputLayoutMismatch = 24,
-    OutputLayoutMismatch = 25,
-    TooManyElements = 26,
-    HeterogeneousObjects = 27,
-    LibraryText = 28,
-    LibraryDetail = 29,
+#define QUARNA_ERROR_CODE(number, name, origin, message) name = (number),
+#include "quarna_data_array/error_codes.def"
 };
 
 namespace detail {
@@ -62,7 +40,8 @@ private:
 template <ExceptionType number>
 using DataException = ArrayException<Exception, number>;
 
-/// Throws the exception of a code; `errorText` is the message of codes 28 and 29. 0 returns.
+/// Throws the exception of a code, SystemError for one that the library does not answer; 0 returns. `errorText` is
+/// the message where the code has none: LibraryText and LibraryDetail.
 void throwIfError(int code, std::string const& errorText);
 
 }  // namespace detail

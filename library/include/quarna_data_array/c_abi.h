@@ -1,6 +1,8 @@
-/* The C face of libQuarnaDataArray.so: opaque types, one function type for each operation, one import. */
+/* The C face of libQuarnaDataArray.so: numbers, opaque types, one function type for each operation, one import. */
 #ifndef QUARNA_DATA_ARRAY_C_ABI_H
 #define QUARNA_DATA_ARRAY_C_ABI_H
+
+#include "quarna_data_array/numbers.h"
 
 #include <stdbool.h>
 #include <stddef.h>
