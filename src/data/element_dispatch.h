@@ -9,7 +9,7 @@
 namespace quarna::data {
 
 /// Calls `visitor` with std::type_identity of the element type of `type` and returns what it returns. Throws
-/// number 9 for a number that stands for no element type.
+/// ArrayTypeMismatch for a number that stands for no element type.
 template <class Visitor>
 decltype(auto) visitElementType(ArrayType type, Visitor&& visitor)
 {

@@ -27,7 +27,7 @@ struct Operation;
     };
 #include "quarna_data_array/operations.def"
 
-/// Throws number 22, naming the release of the library that first had the operation.
+/// Throws FeatureNotSupported, naming the release of the library that first had the operation.
 [[noreturn]] void throwMissingOperation(FunctionType id);
 
 /// The operation of a number; throws if the library has none.
@@ -110,7 +110,7 @@ ReferenceHolder makeReference(Arguments... arguments)
         makeOwned<FunctionType::destroy_reference>([&] { return made<id, ReferenceImpl>(arguments...); }));
 }
 
-/// Throws number 20 for a handle that was moved from: the library would say no more than that it is null.
+/// Throws SystemError for a handle that was moved from: the library would say no more than that it is null.
 inline void requireHandle(void const* handle)
 {
     if (handle == nullptr) {

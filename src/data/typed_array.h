@@ -17,7 +17,7 @@ using ElementBuffer = std::unique_ptr<T[], void (*)(void*)>;
 template <class T>
 class TypedArray : public Array {
 public:
-    /// Throw number 9 if the array holds other elements; an array to be moved in is then left as it was.
+    /// Throw ArrayTypeMismatch if the array holds other elements; an array to be moved in is then left as it was.
     explicit TypedArray(Array const& array);
     explicit TypedArray(Array&& array);
 
@@ -33,12 +33,12 @@ public:
     /// other holders the block is a copy and the array stays as it was.
     ElementBuffer<T> release();
 
-    /// One element by reference, detached as by writableElements(). Throws number 1 for an index out of range.
+    /// One element by reference, detached as by writableElements(). Throws InvalidArrayIndex for an index out of range.
     ReferenceHolder operator[](std::size_t index) requires Complex<T>;
 };
 
 /// The writable elements of an array whose type is that of T, without taking a further share of it.
-/// Throws number 9, changing nothing, if the array holds other elements.
+/// Throws ArrayTypeMismatch, changing nothing, if the array holds other elements.
 template <class T>
 T* writableElementsOf(Array& array);
 

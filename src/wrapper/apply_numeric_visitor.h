@@ -13,8 +13,8 @@ template <class T>
 using TypedArrayOf = std::conditional_t<std::is_same_v<T, char16_t>, CharArray, TypedArray<T>>;
 
 /// Calls `visitor` with the TypedArray of the array's type and returns what it returns. A shared or constant
-/// array gets a further holder for the length of the call; one moved in is moved on. Throws number 9 for an
-/// array of no known element type, which then stays where it was.
+/// array gets a further holder for the length of the call; one moved in is moved on. Throws
+/// ArrayTypeMismatch for an array of no known element type, which then stays where it was.
 template <class ArrayArgument, class Visitor>
 decltype(auto) apply_numeric_visitor(ArrayArgument&& array, Visitor&& visitor)
 {

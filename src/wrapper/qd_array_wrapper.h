@@ -49,8 +49,8 @@ enum class OutputEnum : int { NONCOMPLEX = 0, REAL = 1, IMAG = 2 };
 
 class QDArrayWrapper {
 public:
-    /// Throw what the client layer throws, std::bad_alloc without memory for the mirror, number 26 if the sizes do
-    /// not fit 63 bits. The order is 'F', or 'C' for an array that is stored row-major.
+    /// Throw what the client layer throws, std::bad_alloc without memory for the mirror, TooManyElements if
+    /// the sizes do not fit 63 bits. The order is 'F', or 'C' for an array that is stored row-major.
     QDArrayWrapper(quarna::data::Array&& array, char order);
     QDArrayWrapper(quarna::data::Array const& array, char order);
     QDArrayWrapper(QDArrayWrapper const&) = delete;
@@ -87,7 +87,7 @@ public:
     long normalizedIndex(long index, long dimension) const;
 
     /// Both places of the elements, the data array detached from other holders. T is the element type; throws
-    /// number 9 for another, and what the library's failure is, with nothing changed.
+    /// ArrayTypeMismatch for another, and what the library's failure is, with nothing changed.
     template <class T>
     quarna::WritableElements<T> writableElements();
 
