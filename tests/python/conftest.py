@@ -4,7 +4,7 @@ import gc
 
 import pytest
 
-from helpers import library, scripted
+from helpers import Script, library, scripted
 
 
 def pytest_collection_finish():
@@ -26,6 +26,7 @@ def script():
     """The controls of the scripted library; what it was told ends with the test."""
     if not scripted:
         pytest.skip("the library is not the scripted one")
-    library.scripted_reset()
-    yield library
-    library.scripted_reset()
+    script = Script()
+    script.reset()
+    yield script
+    script.reset()

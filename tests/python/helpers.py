@@ -1,6 +1,8 @@
 """What the tests share: rows of code, run on module and model; and the native side of an array."""
 
 import ctypes
+import os
+import re
 from ctypes import POINTER, byref, c_int, c_size_t, c_void_p
 
 import pytest
@@ -48,6 +50,15 @@ def compare(program):
                 agrees(ours[name])
 
 
+def numbers(table):
+    """The numbers of the rows of a table of the library, by name."""
+    tables = os.path.join(os.path.dirname(__file__), os.pardir, os.pardir, "library", "include", "quarna_data_array")
+    with open(os.path.join(tables, table + ".def")) as file:
+        return {name: int(number) for number, name in re.findall(r"^QUARNA_\w+\( *(\d+), (\w+),", file.read(), re.MULTILINE)}
+
+
+OPERATIONS, ELEMENT_TYPES, ERROR_CODES = map(numbers, ("operations", "element_types", "error_codes"))
+
 # The library that the module uses: one of that name is in the process already.
 library = ctypes.CDLL("libQuarnaDataArray.so")
 library.get_function_ptr.restype = c_void_p
@@ -71,30 +82,48 @@ def dump(array):
     return text.value.decode("latin1").splitlines()
 
 
-def operation(number, result, *kinds):
-    return ctypes.CFUNCTYPE(result, *kinds)(library.get_function_ptr(number))
+def operation(name, result, *kinds):
+    return ctypes.CFUNCTYPE(result, *kinds)(library.get_function_ptr(OPERATIONS[name]))
+
+
+class Script:
+    """The controls of the scripted library; what it was told ends with a reset."""
+
+    @property
+    def live_objects(self):
+        return library.scripted_live_objects()
+
+    def calls(self, name):
+        return library.scripted_calls(OPERATIONS[name])
+
+    def fail(self, name, code, after=0):
+        """All calls of the operation but `after` more answer with the error code."""
+        library.scripted_fail(OPERATIONS[name], ERROR_CODES[code], after)
+
+    def reset(self):
+        library.scripted_reset()
 
 
 def new_handle(kind, lengths=(1, 1)):
-    """A new array of the library, of a type number, with unknown elements; whoever takes it owns it."""
+    """A new array of the library, of an element type, with unknown elements; whoever takes it owns it."""
     factory, made = c_void_p(), c_void_p()
-    operation(14, c_int, c_void_p)(byref(factory))
-    create = operation(1, c_int, c_void_p, ctypes.c_int32, c_void_p, c_size_t, c_void_p)
-    create(factory, kind, (c_size_t * len(lengths))(*lengths), len(lengths), byref(made))
-    operation(15, None, c_void_p)(factory)
+    operation("create_factory", c_int, c_void_p)(byref(factory))
+    create = operation("create_array", c_int, c_void_p, ctypes.c_int32, c_void_p, c_size_t, c_void_p)
+    create(factory, ELEMENT_TYPES[kind], (c_size_t * len(lengths))(*lengths), len(lengths), byref(made))
+    operation("destroy_factory", None, c_void_p)(factory)
     return made.value
 
 
 def handle_contents(handle, itemsize):
     """Dimensions, bytes in storage order and their address, of the array behind a handle of the library."""
     count, lengths, reference, address = c_size_t(), POINTER(c_size_t)(), c_void_p(), c_void_p()
-    operation(51, c_int, c_void_p, c_void_p, c_void_p)(handle, byref(count), byref(lengths))
+    operation("get_dimensions", c_int, c_void_p, c_void_p, c_void_p)(handle, byref(count), byref(lengths))
     dimensions = tuple(lengths[:count.value])
     if model.product(dimensions) == 0:
         return dimensions, b"", None
-    assert operation(56, c_int, c_void_p, c_size_t, c_void_p)(handle, 0, byref(reference)) == 0
-    operation(94, c_int, c_void_p, c_void_p, c_void_p)(reference, byref(address), byref(c_void_p()))
-    operation(23, None, c_void_p)(reference)
+    assert operation("get_reference", c_int, c_void_p, c_size_t, c_void_p)(handle, 0, byref(reference)) == 0
+    operation("get_part_addresses", c_int, c_void_p, c_void_p, c_void_p)(reference, byref(address), byref(c_void_p()))
+    operation("destroy_reference", None, c_void_p)(reference)
     return dimensions, ctypes.string_at(address.value, model.product(dimensions) * itemsize), address.value
 
 

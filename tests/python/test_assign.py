@@ -45,9 +45,9 @@ def test_a_write_is_seen_by_the_family_at_once_and_by_nobody_else(row):
 
 def test_a_write_asks_once_for_storage(script):
     array = NAMES["double"](size=(100, 100))
-    before = script.scripted_calls(55)
+    before = script.calls("unshare")
     array[:], array[3], array[4][2:50] = range(10000), range(100), range(48)
-    assert script.scripted_calls(55) <= before + 3
-    block = array_of_handle(new_handle(7, (2, 1, 1)))
+    assert script.calls("unshare") <= before + 3
+    block = array_of_handle(new_handle("INT16", (2, 1, 1)))
     block[0], block[1] = 5, [[6]]       # a bare number is one by one
     assert str(block) == "[[[5]],[[6]]]"

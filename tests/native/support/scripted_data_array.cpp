@@ -1,5 +1,5 @@
 // A libQuarnaDataArray.so for tests: the real operations, counted, and on request missing or failing.
-// QUARNA_SCRIPT_OMIT in the environment names operations that it does not have, as in "110,113".
+// QUARNA_SCRIPT_OMIT in the environment names operations that it does not have, as in "begin_fast,end_fast".
 #include "scripted_data_array.h"
 
 #include "function_table.h"
@@ -14,19 +14,19 @@ namespace {
 
 struct Script {
     long calls = 0;
-    int code = 0;
+    quarna_error_code code = QUARNA_SUCCESS;
     int good_calls_left = 0;
 
     bool refuses()
     {
         ++calls;
-        return code != 0 && good_calls_left-- <= 0;
+        return code != QUARNA_SUCCESS && good_calls_left-- <= 0;
     }
 };
 
 long live = 0;
-std::map<int, Script>& scripts =
-    *new std::map<int, Script>;  // never destroyed: calls come until the very end
+std::map<quarna_operation, Script>& scripts =
+    *new std::map<quarna_operation, Script>;  // never destroyed: calls come until the very end
 quarna_deleter real_deleter = nullptr;
 
 void delete_counted(void* block)
@@ -57,16 +57,16 @@ void count_made(quarna_deleter* deleter)
     }
 }
 
-template <int number, class Operation>
+template <quarna_operation operation, class Function>
 struct Scripted;
 
-template <int number, class Result, class... Arguments>
-struct Scripted<number, Result (*)(Arguments...)> {
+template <quarna_operation operation, class Result, class... Arguments>
+struct Scripted<operation, Result (*)(Arguments...)> {
     static inline Result (*real)(Arguments...) = nullptr;
 
     static Result call(Arguments... arguments)
     {
-        Script& script = scripts[number];
+        Script& script = scripts[operation];
         bool const refused = script.refuses();
         if constexpr (std::is_void_v<Result>) {
             live -= (... && (arguments != nullptr));
@@ -84,7 +84,7 @@ struct Scripted<number, Result (*)(Arguments...)> {
     // Without its first argument the real operation does all that a failed one does: it frees the block that it
     // was given and nulls its out-arguments.
     template <class First, class... Rest>
-    static Result refuse(int code, First, Rest... rest)
+    static Result refuse(quarna_error_code code, First, Rest... rest)
     {
         [[maybe_unused]] Result const result = real(First(), rest...);
         if constexpr (std::is_same_v<Result, int>) {
@@ -94,21 +94,21 @@ struct Scripted<number, Result (*)(Arguments...)> {
         }
     }
 
-    static Result refuse(int) { return Result(); }
+    static Result refuse(quarna_error_code) { return Result(); }
 };
 
-template <int number, class Operation>
+template <quarna_operation operation, class Function>
 void* scripted(void* real)
 {
-    Scripted<number, Operation>::real = reinterpret_cast<Operation>(real);
-    return reinterpret_cast<void*>(&Scripted<number, Operation>::call);
+    Scripted<operation, Function>::real = reinterpret_cast<Function>(real);
+    return reinterpret_cast<void*>(&Scripted<operation, Function>::call);
 }
 
-bool is_omitted(int number)
+bool is_omitted(const char* operation)
 {
     const char* const list = std::getenv("QUARNA_SCRIPT_OMIT");
     std::string const omitted = list != nullptr ? std::string(",") + list + "," : "";
-    return omitted.find("," + std::to_string(number) + ",") != std::string::npos;
+    return omitted.find(std::string(",") + operation + ",") != std::string::npos;
 }
 
 }  // namespace
@@ -118,13 +118,11 @@ extern "C" {
 void* get_function_ptr(int id)
 {
     void* real = quarna::library::findOperation(id);
-    if (real == nullptr || is_omitted(id)) {
-        return nullptr;
-    }
     switch (id) {
 #define QUARNA_OPERATION(number, name, presence, result, arguments) \
     case number:                                                    \
-        return scripted<number, quarna_##name##_function>(real);
+        return is_omitted(#name) ? nullptr                          \
+                                 : scripted<QUARNA_OPERATION_##name, quarna_##name##_function>(real);
 #include "quarna_data_array/operations.def"
     default:
         return nullptr;
@@ -136,15 +134,15 @@ long scripted_live_objects()
     return live;
 }
 
-long scripted_calls(int number)
+long scripted_calls(quarna_operation operation)
 {
-    return scripts[number].calls;
+    return scripts[operation].calls;
 }
 
-void scripted_fail(int number, int code, int after)
+void scripted_fail(quarna_operation operation, quarna_error_code code, int after)
 {
-    scripts[number].code = code;
-    scripts[number].good_calls_left = after;
+    scripts[operation].code = code;
+    scripts[operation].good_calls_left = after;
 }
 
 void scripted_reset()

@@ -1,5 +1,7 @@
-// The controls of the scripted library: counts, and failures on request. Numbers are those of operations.def.
+// The controls of the scripted library: counts, and failures on request.
 #pragma once
+
+#include "quarna_data_array/numbers.h"
 
 extern "C" {
 
@@ -7,11 +9,11 @@ extern "C" {
 long scripted_live_objects();
 
 /// How often the operation was called since the last reset, refused calls included.
-long scripted_calls(int number);
+long scripted_calls(quarna_operation operation);
 
 /// Lets `after` more calls of the operation pass; each later one answers `code`, or null where it returns
-/// no code, with its out-arguments null. Code 0 ends it. Operations that free are never refused.
-void scripted_fail(int number, int code, int after);
+/// no code, with its out-arguments null. QUARNA_SUCCESS ends it. Operations that free are never refused.
+void scripted_fail(quarna_operation operation, quarna_error_code code, int after);
 
 /// Calls are 0 and no operation fails. What QUARNA_SCRIPT_OMIT left out at the start stays out.
 void scripted_reset();

@@ -125,7 +125,7 @@ TYPED_TEST(Wrapper, AWriteReachesBothPlacesAndNoOtherHolder)
     for (Indices const& outside : {Indices{0, 0, 0}, Indices{0, 3}, Indices{-1, 0}}) {
         EXPECT_FALSE(wrapper.setElementFromIndices<TypeParam>(outside, expected[0]));
     }
-    scripted_fail(55, 19, 0);
+    scripted_fail(QUARNA_OPERATION_unshare, QUARNA_ERROR_OutOfMemory, 0);
     EXPECT_ANY_THROW(wrapper.setElementFromIndices<TypeParam>(Indices{0, 0}, expected[5]));
     EXPECT_EQ(elementsOf<TypeParam>(wrapper), expected);
 }
@@ -179,9 +179,13 @@ TEST(WrapperFailures, LeaveAReshapedArrayWhole)
     Shape shape{2, 3};
     QDArrayWrapper wrapper(arrayOf<double>(shape), 'F');
     auto const elements = elementsOf<double>(wrapper);
-    for (int const operation : {60, 11, 110, 53, 59, 71, 57, 114}) {
+    for (quarna_operation const operation :
+         {QUARNA_OPERATION_release_buffer, QUARNA_OPERATION_adopt_buffer,
+          QUARNA_OPERATION_adopt_buffer_in_order, QUARNA_OPERATION_get_type,
+          QUARNA_OPERATION_types_are_compatible, QUARNA_OPERATION_get_address, QUARNA_OPERATION_begin,
+          QUARNA_OPERATION_begin_fast}) {
         for (int after = 0; after < 3; ++after) {
-            scripted_fail(operation, 19, after);
+            scripted_fail(operation, QUARNA_ERROR_OutOfMemory, after);
             Shape const wanted{shape[1], shape[0]};
             try {
                 wrapper.reshape(wanted, factory, 'F', MemoryLayout::COLUMN_MAJOR);
