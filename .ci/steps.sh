@@ -12,12 +12,15 @@ failed_tests=0
 export CMAKE_BUILD_PARALLEL_LEVEL=$((($(nproc) + slots - 1) / slots))
 mkdir -p "$logs"
 
+# Who ends the run ends its steps, each of which is a process group.
+trap 'kill -KILL -- $(printf -- "-%d " "${!names[@]}"); exit 1' INT TERM HUP
+
 # step <name> <command>...: starts it as soon as there is a slot.
 step() {
     local name=$1
     shift
     [ ${#names[@]} -lt $slots ] || finish_one
-    (set -e; "$@") >"$(log_of "$name")" 2>&1 </dev/null &
+    setsid "$@" >"$(log_of "$name")" 2>&1 </dev/null &
     names[$!]=$name
     started[$!]=$SECONDS
     echo "--- $name"
