@@ -1,6 +1,7 @@
 // Equality: of class, of nesting, and of all numbers in Python's own terms.
-#include "indexing/qcpp_py_array.h"
-#include "wrapper/element_object.h"
+#include "compare_and_text/equality.h"
+
+#include "elements/element_load.h"
 
 #include <algorithm>
 #include <cmath>
@@ -11,9 +12,9 @@
 #include <optional>
 #include <type_traits>
 
-namespace {
+namespace quarna {
 
-using quarna::StridedView;
+namespace {
 
 enum class Nesting { Different, AlikeAndEmpty, Alike };
 
@@ -56,11 +57,11 @@ std::complex<double> asPythonComplex(T number)
 template <class Left, class Right>
 bool numbersAreEqual(Left left, Right right)
 {
-    if constexpr (quarna::Complex<Left> && quarna::Complex<Right>) {
+    if constexpr (Complex<Left> && Complex<Right>) {
         return asPythonComplex(left) == asPythonComplex(right);
-    } else if constexpr (quarna::Complex<Left>) {
+    } else if constexpr (Complex<Left>) {
         return numbersAreEqual(right, left);
-    } else if constexpr (quarna::Complex<Right>) {
+    } else if constexpr (Complex<Right>) {
         std::complex<double> const number = asPythonComplex(right);
         return number.imag() == 0.0 && equalsDouble(left, number.real());
     } else {
@@ -74,14 +75,14 @@ bool elementsAreEqual(QCppPyArray const& left, StridedView const& leftView, QCpp
 {
     void const* const leftBlock = left.getQDAWrapper()->buf();
     void const* const rightBlock = right.getQDAWrapper()->buf();
-    quarna::RunCursor leftRun(leftView, quarna::WalkOrder::Stored);
-    quarna::RunCursor rightRun(rightView, quarna::WalkOrder::Stored);
+    RunCursor leftRun(leftView, WalkOrder::Stored);
+    RunCursor rightRun(rightView, WalkOrder::Stored);
     do {
         for (long i = 0; i < leftRun.run().length; ++i) {
             long const leftOffset = leftRun.offset() + i * leftRun.run().stride;
             long const rightOffset = rightRun.offset() + i * rightRun.run().stride;
-            if (!numbersAreEqual(quarna::loadElementAt<Left>(leftBlock, leftOffset),
-                                 quarna::loadElementAt<Right>(rightBlock, rightOffset))) {
+            if (!numbersAreEqual(loadElementAt<Left>(leftBlock, leftOffset),
+                                 loadElementAt<Right>(rightBlock, rightOffset))) {
                 return false;
             }
         }
@@ -93,27 +94,29 @@ bool elementsAreEqual(QCppPyArray const& left, StridedView const& leftView, QCpp
 }  // namespace
 
 template <class Real>
-std::optional<bool> QCppPyArray::isEqualTo(QCppPyArray const& other) const
+std::optional<bool> areEqual(QCppPyArray const& left, QCppPyArray const& right)
 {
-    if (m_supportedArrayEnum != other.m_supportedArrayEnum) {
+    if (left.getSupportedArrayEnum() != right.getSupportedArrayEnum()) {
         return false;
     }
-    if (!requireUsable() || !other.requireUsable()) {
+    if (!left.requireUsable() || !right.requireUsable()) {
         return std::nullopt;
     }
-    StridedView const left = selection();
-    StridedView const right = other.selection();
-    Nesting const nesting = compareNesting(left, right);
+    StridedView const leftView = left.selection();
+    StridedView const rightView = right.selection();
+    Nesting const nesting = compareNesting(leftView, rightView);
     if (nesting != Nesting::Alike) {
         return nesting == Nesting::AlikeAndEmpty;
     }
-    return quarna::withElementForm<Real>(m_isComplex, [&]<class Left>(std::type_identity<Left>) {
-        return quarna::withElementForm<Real>(other.m_isComplex, [&]<class Right>(std::type_identity<Right>) {
-            return elementsAreEqual<Left, Right>(*this, left, other, right);
+    return withElementForm<Real>(left.isComplex(), [&]<class Left>(std::type_identity<Left>) {
+        return withElementForm<Real>(right.isComplex(), [&]<class Right>(std::type_identity<Right>) {
+            return elementsAreEqual<Left, Right>(left, leftView, right, rightView);
         });
     });
 }
 
 #define QUARNA_CLASS(suffix, attribute, element, code) \
-    template std::optional<bool> QCppPyArray::isEqualTo<element>(QCppPyArray const&) const;
+    template std::optional<bool> areEqual<element>(QCppPyArray const&, QCppPyArray const&);
 #include "vocabulary/class_table.def"
+
+}  // namespace quarna

@@ -1,6 +1,7 @@
 // The text of an array: what Python prints for its nested list, made without the list.
-#include "indexing/qcpp_py_array.h"
-#include "wrapper/element_object.h"
+#include "compare_and_text/text.h"
+
+#include "elements/element_load.h"
 
 #include <algorithm>
 #include <array>
@@ -15,11 +16,9 @@
 #include <type_traits>
 #include <utility>
 
-namespace {
+namespace quarna {
 
-using quarna::Odometer;
-using quarna::StridedDimensions;
-using quarna::StridedView;
+namespace {
 
 struct FreePythonText {
     void operator()(char* text) const { PyMem_Free(text); }
@@ -52,9 +51,9 @@ void appendComplex(std::string& text, double real, double imaginary)
 template <class T>
 void appendNumber(std::string& text, T number)
 {
-    if constexpr (quarna::Complex<T>) {
+    if constexpr (Complex<T>) {
         appendComplex(text, static_cast<double>(number.real()), static_cast<double>(number.imag()));
-    } else if constexpr (quarna::Logical<T>) {
+    } else if constexpr (Logical<T>) {
         text += number ? "True" : "False";
     } else if constexpr (std::floating_point<T>) {
         appendDouble(text, static_cast<double>(number), Py_DTSF_ADD_DOT_0);
@@ -69,14 +68,14 @@ void appendNumber(std::string& text, T number)
 template <class T>
 class NestedText {
 public:
-    NestedText(void const* block, const char* separator) : m_block(block), m_separator(separator) {}
+    explicit NestedText(void const* block) : m_block(block) {}
 
     std::string write(StridedView const& view)
     {
         // The lists of a level without items hold no further levels.
         auto const firstEmpty =
             std::find_if(view.dimensions.begin(), view.dimensions.end(),
-                         [](quarna::StridedDimension dimension) { return dimension.length == 0; });
+                         [](StridedDimension dimension) { return dimension.length == 0; });
         bool const hasNumbers = firstEmpty == view.dimensions.end();
         auto const innermost = hasNumbers ? view.dimensions.end() - 1 : firstEmpty;
         writeLists(*innermost, StridedDimensions(view.dimensions.begin(), innermost), view.offset);
@@ -84,7 +83,7 @@ public:
     }
 
 private:
-    void writeLists(quarna::StridedDimension row, StridedDimensions outer, long offset)
+    void writeLists(StridedDimension row, StridedDimensions outer, long offset)
     {
         std::reverse(outer.begin(), outer.end());
         reserve(row, outer);
@@ -96,7 +95,7 @@ private:
             isLast = !position.advance();
             m_text.append(position.restarted(), ']');
             if (!isLast) {
-                m_text += m_separator;
+                m_text += ',';
                 m_text.append(position.restarted(), '[');
             }
         }
@@ -104,10 +103,10 @@ private:
 
     // No row is shorter than "[]", and no number than one digit and a comma. Text that has no room is refused
     // before it is begun.
-    void reserve(quarna::StridedDimension row, StridedDimensions const& outer)
+    void reserve(StridedDimension row, StridedDimensions const& outer)
     {
         std::size_t least = 2 * static_cast<std::size_t>(std::max(row.length, 1L));
-        for (quarna::StridedDimension const& dimension : outer) {
+        for (StridedDimension const& dimension : outer) {
             if (__builtin_mul_overflow(least, static_cast<std::size_t>(dimension.length), &least)) {
                 throw std::bad_alloc();
             }
@@ -118,40 +117,41 @@ private:
         m_text.reserve(least);
     }
 
-    void writeRow(quarna::StridedDimension row, long offset)
+    void writeRow(StridedDimension row, long offset)
     {
         m_text += '[';
         for (long i = 0; i < row.length; ++i) {
             if (i > 0) {
-                m_text += m_separator;
+                m_text += ',';
             }
-            appendNumber(m_text, quarna::loadElementAt<T>(m_block, offset));
+            appendNumber(m_text, loadElementAt<T>(m_block, offset));
             offset += row.stride;
         }
         m_text += ']';
     }
 
     void const* m_block;
-    const char* m_separator;
     std::string m_text;
 };
 
 }  // namespace
 
 template <class T>
-std::optional<std::string> QCppPyArray::getStrAsStdString(bool asRepr, bool keepBlanks) const
+std::optional<std::string> textOf(QCppPyArray const& array, bool asRepr)
 {
-    if (!requireUsable()) {
+    if (!array.requireUsable()) {
         return std::nullopt;
     }
-    std::string const list = NestedText<T>(m_wrapper->buf(), keepBlanks ? ", " : ",").write(selection());
+    std::string list = NestedText<T>(array.getQDAWrapper()->buf()).write(array.selection());
     if (!asRepr) {
         return list;
     }
-    return std::string("quarna.") + quarna::className<T> + "(" + list +
-           (m_isComplex ? ", is_complex=True)" : ")");
+    return std::string("quarna.") + className<T> + "(" + list +
+           (array.isComplex() ? ", is_complex=True)" : ")");
 }
 
 #define QUARNA_ARRAY_TYPE(number, name, element) \
-    template std::optional<std::string> QCppPyArray::getStrAsStdString<element>(bool, bool) const;
+    template std::optional<std::string> textOf<element>(QCppPyArray const&, bool);
 #include "data/array_types.def"
+
+}  // namespace quarna

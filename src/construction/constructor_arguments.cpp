@@ -94,7 +94,7 @@ Reference plainKeywords(PyObject* keywords)
 }
 
 /// Sets the exception with which CPython refuses such a call.
-void refuse(PyObject* args, GivenArguments const& given)
+void refuseAsPythonDoes(PyObject* args, GivenArguments const& given)
 {
     Reference const positional =
         Reference::steal(PyTuple_GetSlice(args, given.firstPositional, PyTuple_GET_SIZE(args)));
@@ -111,13 +111,14 @@ void refuse(PyObject* args, GivenArguments const& given)
     }
 }
 
-bool retrieveBoolKwarg(PyObject* value, const char* name, bool& ok)
+/// True or False, and nothing else; false with an exception set.
+bool retrieveBoolKwarg(PyObject* value, const char* name, bool& flag)
 {
-    ok = PyBool_Check(value);
-    if (!ok) {
-        setComposedError(PyExc_TypeError, "value passed to '", name, "' must be a bool.");
+    if (!PyBool_Check(value)) {
+        return refuseWith(PyExc_TypeError, "value passed to '", name, "' must be a bool.");
     }
-    return value == Py_True;
+    flag = value == Py_True;
+    return true;
 }
 
 }  // namespace
@@ -130,7 +131,7 @@ bool parseConstructorArguments(PyObject* args, PyObject* kwds, ConstructorArgume
     }
     GivenArguments given;
     if (!given.take(args, kwds)) {
-        refuse(args, given);
+        refuseAsPythonDoes(args, given);
         return false;
     }
     auto const [initializer, size, vector, isComplex] = given.values;
@@ -139,9 +140,7 @@ bool parseConstructorArguments(PyObject* args, PyObject* kwds, ConstructorArgume
     arguments.vector = Reference::borrow(vector);
     arguments.vectorIsKeyword =
         vector != nullptr && PyTuple_GET_SIZE(args) - given.firstPositional <= Py_ssize_t{vectorPlace};
-    bool ok = true;
-    arguments.isComplex = isComplex != nullptr && retrieveBoolKwarg(isComplex, "is_complex", ok);
-    return ok;
+    return isComplex == nullptr || retrieveBoolKwarg(isComplex, "is_complex", arguments.isComplex);
 }
 
 }  // namespace quarna

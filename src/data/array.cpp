@@ -15,7 +15,7 @@ Array::Array() noexcept
 {}
 
 // The deleter is looked up now: a handle that exists can be released.
-Array::Array(impl::ArrayImpl* impl) : m_impl(impl, detail::operation<FunctionType::destroy_array>()) {}
+Array::Array(impl::ArrayImpl* impl) : m_impl(impl, detail::Destroy<FunctionType::destroy_array>()) {}
 
 ArrayType Array::getType() const
 {
@@ -48,6 +48,12 @@ void Array::makeUnshared()
         detail::throwIfError(static_cast<int>(ExceptionType::OutOfMemory), {});
     }
     m_impl = Array(unshared).m_impl;
+}
+
+void* Array::address(ArrayType type) const
+{
+    detail::requireHandle(handle());
+    return detail::firstElement(handle(), type, false);
 }
 
 }  // namespace quarna::data

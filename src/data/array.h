@@ -38,11 +38,15 @@ public:
     /// A further holder of `impl`, which the library destroys after the last.
     explicit Array(std::shared_ptr<impl::ArrayImpl> impl) : m_impl(std::move(impl)) {}
 
-protected:
     bool isSoleHolder() const { return m_impl.use_count() == 1; }
 
-    /// Leaves this handle with an array that no other handle holds: its own, or a private copy.
+    /// Leaves this handle with an array that no other handle holds: its own, or a private copy. Throws, and the
+    /// handle is then as it was.
     void makeUnshared();
+
+    /// Where the elements lie, in storage order, for as long as the array lives and nobody takes its storage. `type` is
+    /// the array's own.
+    void* address(ArrayType type) const;
 
 private:
     std::shared_ptr<impl::ArrayImpl> m_impl;

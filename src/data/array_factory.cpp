@@ -18,7 +18,7 @@ constexpr auto typeNumber = static_cast<std::int32_t>(arrayTypeOf<T>);
 template <class T, class Make>
 TypedArray<T> makeTypedArray(Make make)
 {
-    return TypedArray<T>(Array(detail::makeOwned<FunctionType::destroy_array>(make)));
+    return TypedArray<T>::madeAs(Array(detail::makeOwned<FunctionType::destroy_array>(make)));
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include "quarna_data_array/numbers.h"
 
 #include <complex>
+#include <cstddef>
 #include <cstdint>
 
 namespace quarna::data {
@@ -32,5 +33,22 @@ struct ArrayTypeOf;
 /// The type number of arrays of T.
 template <class T>
 inline constexpr ArrayType arrayTypeOf = ArrayTypeOf<T>::value;
+
+constexpr bool isComplex(ArrayType type)
+{
+    return type >= ArrayType::COMPLEX_DOUBLE;
+}
+
+/// The bytes of one element; 0 for a number that stands for no element type.
+constexpr std::size_t elementSize(ArrayType type)
+{
+    switch (type) {
+#define QUARNA_ARRAY_TYPE(number, name, element) \
+    case ArrayType::name:                        \
+        return sizeof(element);
+#include "data/array_types.def"
+    }
+    return 0;
+}
 
 }  // namespace quarna::data

@@ -84,13 +84,24 @@ auto call(Arguments... arguments)
     return callAndCheck(operation<id>(), arguments...);
 }
 
+/// Frees an object of the library. Without a state: its operation has been looked up when the first of them is made.
+template <FunctionType destroyer>
+struct Destroy {
+    Destroy() { operation<destroyer>(); }
+
+    template <class Object>
+    void operator()(Object* object) const
+    {
+        operation<destroyer>()(object);
+    }
+};
+
 /// What make() returns, owned. The operation that destroys it is looked up first: what exists can be released.
 template <FunctionType destroyer, class Make>
 auto makeOwned(Make make)
 {
-    auto* const destroy = operation<destroyer>();
-    auto* const made = make();
-    return std::shared_ptr<std::remove_pointer_t<decltype(make())>>(made, destroy);
+    Destroy<destroyer> const destroy;
+    return std::shared_ptr<std::remove_pointer_t<decltype(make())>>(make(), destroy);
 }
 
 /// What an operation puts into its last argument.

@@ -31,11 +31,7 @@ T* elementAt(impl::ArrayImpl* array, detail::Position position, bool writable)
 {
     detail::requireHandle(array);
     auto const iterator = detail::makeIterator(array, position, writable);
-    if constexpr (Complex<T>) {
-        return static_cast<T*>(detail::complexElementAddress(iterator.get()));
-    } else {
-        return static_cast<T*>(detail::realElementAddress(iterator.get()));
-    }
+    return static_cast<T*>(detail::elementAddress(iterator.get(), arrayTypeOf<T>));
 }
 
 }  // namespace
@@ -85,27 +81,12 @@ ReferenceHolder TypedArray<T>::operator[](std::size_t index) requires Complex<T>
     return detail::makeReference<FunctionType::get_reference>(handle(), index);
 }
 
-template <class T>
-T* writableElementsOf(Array& array)
-{
-    TypedArray<T> typed(std::move(array));
-    // The caller's handle gets its array back whatever happens in between.
-    struct HandBack {
-        Array& to;
-        TypedArray<T>& from;
-        ~HandBack() { to = std::move(from); }
-    } const handBack{array, typed};
-    return typed.writableElements();
-}
-
 void detail::setElement(ReferenceImpl* reference, void const* real, void const* imaginary, int type)
 {
     call<FunctionType::set_complex>(reference, type, real, imaginary);
 }
 
-#define QUARNA_ARRAY_TYPE(number, name, element) \
-    template class TypedArray<element>;          \
-    template element* writableElementsOf<element>(Array&);
+#define QUARNA_ARRAY_TYPE(number, name, element) template class TypedArray<element>;
 #include "data/array_types.def"
 
 }  // namespace quarna::data

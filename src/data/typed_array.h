@@ -3,10 +3,11 @@
 
 #include "data/array.h"
 #include "data/typed_iterator.h"
-#include "vocabulary/element.h"
+#include "elements/element.h"
 
 #include <cstddef>
 #include <memory>
+#include <utility>
 
 namespace quarna::data {
 
@@ -20,6 +21,8 @@ public:
     /// Throw ArrayTypeMismatch if the array holds other elements; an array to be moved in is then left as it was.
     explicit TypedArray(Array const& array);
     explicit TypedArray(Array&& array);
+    /// Of an array that was made with elements of T.
+    static TypedArray madeAs(Array&& array) { return TypedArray(std::move(array), Made()); }
 
     /// The elements in storage order. The first form detaches: other holders keep the old array and this handle
     /// goes on with a private copy. The forms without a throw end the process where the others throw.
@@ -35,17 +38,10 @@ public:
 
     /// One element by reference, detached as by writableElements(). Throws InvalidArrayIndex for an index out of range.
     ReferenceHolder operator[](std::size_t index) requires Complex<T>;
-};
 
-/// The writable elements of an array whose type is that of T, without taking a further share of it.
-/// Throws ArrayTypeMismatch, changing nothing, if the array holds other elements.
-template <class T>
-T* writableElementsOf(Array& array);
-
-/// An array of 16-bit characters: no Python class holds one, but the library may.
-class CharArray : public TypedArray<char16_t> {
-public:
-    using TypedArray<char16_t>::TypedArray;
+private:
+    struct Made {};
+    TypedArray(Array&& array, Made) : Array(std::move(array)) {}
 };
 
 namespace detail {

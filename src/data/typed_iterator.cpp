@@ -15,6 +15,26 @@ IteratorImpl* iteratorAt(impl::ArrayImpl* array, bool writable)
     return call<plain>(array, writable);
 }
 
+void* realElementAddress(IteratorImpl const* iterator)
+{
+    void* address = nullptr;
+    call<FunctionType::get_address>(iterator, &address);
+    return address;
+}
+
+void* complexElementAddress(IteratorImpl const* iterator)
+{
+    void* address = nullptr;
+    if (auto* const function = optionalOperation<FunctionType::get_complex_address>()) {
+        callAndCheck(function, iterator, &address);
+        return address;
+    }
+    ReferenceHolder const holder = makeReference<FunctionType::dereference>(iterator);
+    void* imaginary = nullptr;
+    call<FunctionType::get_part_addresses>(holder.get(), &address, &imaginary);
+    return address;
+}
+
 }  // namespace
 
 std::shared_ptr<IteratorImpl> makeIterator(impl::ArrayImpl* array, Position position, bool writable)
@@ -35,24 +55,14 @@ std::shared_ptr<IteratorImpl> copyIterator(std::shared_ptr<IteratorImpl> const& 
         [&] { return call<FunctionType::copy_iterator, IteratorImpl const*>(iterator.get()); });
 }
 
-void* realElementAddress(IteratorImpl const* iterator)
+void* elementAddress(IteratorImpl const* iterator, ArrayType type)
 {
-    void* address = nullptr;
-    call<FunctionType::get_address>(iterator, &address);
-    return address;
+    return isComplex(type) ? complexElementAddress(iterator) : realElementAddress(iterator);
 }
 
-void* complexElementAddress(IteratorImpl const* iterator)
+void* firstElement(impl::ArrayImpl* array, ArrayType type, bool writable)
 {
-    void* address = nullptr;
-    if (auto* const function = optionalOperation<FunctionType::get_complex_address>()) {
-        callAndCheck(function, iterator, &address);
-        return address;
-    }
-    ReferenceHolder const holder = makeReference<FunctionType::dereference>(iterator);
-    void* imaginary = nullptr;
-    call<FunctionType::get_part_addresses>(holder.get(), &address, &imaginary);
-    return address;
+    return elementAddress(makeIterator(array, Position::First, writable).get(), type);
 }
 
 }  // namespace quarna::data::detail

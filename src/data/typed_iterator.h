@@ -1,6 +1,7 @@
 // The library's iterators and element references, and the C++ iterator over contiguous elements.
 #pragma once
 
+#include "data/array_type.h"
 #include "data/opaque.h"
 
 #include <cstddef>
@@ -30,9 +31,12 @@ std::shared_ptr<IteratorImpl> makeIterator(impl::ArrayImpl* array, Position posi
 
 std::shared_ptr<IteratorImpl> copyIterator(std::shared_ptr<IteratorImpl> const& iterator);
 
-/// The address of the element that the iterator stands at; it stays good after the iterator has gone.
-void* realElementAddress(IteratorImpl const* iterator);
-void* complexElementAddress(IteratorImpl const* iterator);
+/// The address of the element that the iterator stands at, by way of the operations for elements of that type; it
+/// stays good after the iterator has gone.
+void* elementAddress(IteratorImpl const* iterator, ArrayType type);
+
+/// The address of the first element.
+void* firstElement(impl::ArrayImpl* array, ArrayType type, bool writable);
 
 }  // namespace detail
 

@@ -1,7 +1,9 @@
 // The memory of an array object, and its end.
 #include "indexing/array_object.h"
 
-PyObject* quarna::allocateArrayMemory(PyTypeObject* type, Py_ssize_t /*itemCount*/)
+namespace quarna {
+
+PyObject* allocateArrayMemory(PyTypeObject* type, Py_ssize_t /*itemCount*/)
 {
     auto* const memory = static_cast<ArrayObject*>(PyObject_Malloc(sizeof(ArrayObject)));
     if (memory == nullptr) {
@@ -18,3 +20,5 @@ void QCPyArray_Delete(PyObject* self)
     }
     PyObject_Free(self);
 }
+
+}  // namespace quarna

@@ -1,13 +1,12 @@
 // Array objects: where a QCppPyArray becomes a Python object, and where it ends.
 #pragma once
 
-#include "vocabulary/python.h"
-
 #include "indexing/qcpp_py_array.h"
 #include "vocabulary/errors.h"
 #include "vocabulary/quarna_py_array.h"
 #include "vocabulary/references.h"
 
+#include <cstddef>
 #include <new>
 #include <utility>
 
@@ -17,7 +16,7 @@ namespace quarna {
 /// subscript costs no second block. To Python, an object is as large as its record.
 struct ArrayObject {
     QCPyArray record;
-    alignas(QCppPyArray) unsigned char storage[sizeof(QCppPyArray)];
+    alignas(QCppPyArray) std::byte storage[sizeof(QCppPyArray)];
 };
 
 /// tp_alloc of the eleven classes: an object whose array is still null; null with MemoryError set.
@@ -44,14 +43,15 @@ PyObject* constructArrayObject(Reference object, Arguments&&... arguments)
     return object.release();
 }
 
-/// A new full array over a data array of its own; null with RuntimeError set without memory for the object.
-inline PyObject* newArrayObject(data::Array&& array, SupportedArrayEnum arrayClass, bool isComplex)
+/// A new full array; null with RuntimeError set without memory for the object.
+inline PyObject* newArrayObject(QDArrayWrapperPtr wrapper, SupportedArrayEnum arrayClass, bool isComplex)
 {
-    return constructArrayObject(allocateArrayObject(arrayClass), std::move(array), arrayClass, isComplex);
+    return constructArrayObject(allocateArrayObject(arrayClass), std::move(wrapper), arrayClass, isComplex);
 }
 
 /// A new partial array: `parent` with one subscript more.
-inline PyObject* newArrayObject(QCppPyArray const& parent, IndexItem const& item)
+template <class Item>
+PyObject* newArrayObject(QCppPyArray const& parent, Item const& item)
 {
     return constructArrayObject(allocateArrayObject(parent.getSupportedArrayEnum()), parent, item);
 }

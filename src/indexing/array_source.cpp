@@ -4,9 +4,9 @@
 #include "indexing/qcpp_py_array.h"
 #include "vocabulary/quarna_py_array.h"
 
-#include <optional>
+namespace quarna {
 
-std::optional<quarna::ElementSource> quarna::elementsOfArray(PyObject* object)
+std::optional<ElementSource> elementsOfArray(PyObject* object)
 {
     QCppPyArray const* const array =
         QCPyArray_Check(object) ? getQCPyArrayFromPyObject(object)->array : nullptr;
@@ -14,5 +14,7 @@ std::optional<quarna::ElementSource> quarna::elementsOfArray(PyObject* object)
         return std::nullopt;
     }
     QDArrayWrapper const& wrapper = *array->getQDAWrapper();
-    return ElementSource{wrapper.array().getType(), wrapper.buf(), array->selection()};
+    return ElementSource{wrapper.type(), wrapper.buf(), array->selection()};
 }
+
+}  // namespace quarna

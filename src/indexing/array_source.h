@@ -3,7 +3,7 @@
 
 #include "vocabulary/python.h"
 
-#include "construction/element_source.h"
+#include "data/element_source.h"
 
 #include <optional>
 

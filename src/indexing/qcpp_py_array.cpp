@@ -3,57 +3,48 @@
 
 #include "vocabulary/errors.h"
 
-#include <cassert>
-#include <cstddef>
 #include <utility>
-#include <variant>
 
-QCppPyArray::QCppPyArray(quarna::data::Array&& array, SupportedArrayEnum arrayClass, bool isComplex,
-                         bool columnMajor)
-    : m_wrapper(std::make_shared<QDArrayWrapper>(std::move(array), columnMajor ? 'F' : 'C')),
-      m_supportedArrayEnum(arrayClass), m_isComplex(isComplex), m_reshapes(m_wrapper->reshapeCount())
+using namespace quarna;
+
+QCppPyArray::QCppPyArray(QDArrayWrapperPtr wrapper, SupportedArrayEnum arrayClass, bool isComplex)
+    : m_wrapper(std::move(wrapper)), m_reshapes(m_wrapper->reshapeCount()), m_supportedArrayEnum(arrayClass),
+      m_isComplex(isComplex)
 {}
 
 QCppPyArray::QCppPyArray(QCppPyArray const& other)
-    : m_wrapper(other.m_wrapper), m_supportedArrayEnum(other.m_supportedArrayEnum),
-      m_isComplex(other.m_isComplex), m_indices(other.m_indices),
-      m_numberOfIntegerIndicesSoFar(other.m_numberOfIntegerIndicesSoFar),
-      m_reshapes(other.indicesAreEmpty() ? m_wrapper->reshapeCount() : other.m_reshapes)
+    : m_wrapper(other.m_wrapper), m_reshapes(other.m_reshapes), m_indices(other.m_indices),
+      m_supportedArrayEnum(other.m_supportedArrayEnum), m_isComplex(other.m_isComplex)
 {}
 
-QCppPyArray::QCppPyArray(QCppPyArray const& parent, IndexItem const& item) : QCppPyArray(parent)
-{
-    if (sliceInFinalPreexistingPosition()) {
-        m_indices.pop_back();
-    }
-    m_indices.push_back(item);
-    m_numberOfIntegerIndicesSoFar += std::holds_alternative<IntegerIndexItem>(item) ? 1 : 0;
-    assert(m_numberOfIntegerIndicesSoFar <= getNumberOfDimensions() - 1);
-}
+// The items of a full array are tried against the shape of now, those of a partial array against that of their time.
+QCppPyArray::QCppPyArray(QCppPyArray const& parent, IntegerIndexItem const& item)
+    : m_wrapper(parent.m_wrapper),
+      m_reshapes(parent.indicesAreEmpty() ? m_wrapper->reshapeCount() : parent.m_reshapes),
+      m_indices(parent.m_indices, item), m_supportedArrayEnum(parent.m_supportedArrayEnum),
+      m_isComplex(parent.m_isComplex)
+{}
+
+QCppPyArray::QCppPyArray(QCppPyArray const& parent, SliceIndexItem const& item)
+    : m_wrapper(parent.m_wrapper),
+      m_reshapes(parent.indicesAreEmpty() ? m_wrapper->reshapeCount() : parent.m_reshapes),
+      m_indices(parent.m_indices, item), m_supportedArrayEnum(parent.m_supportedArrayEnum),
+      m_isComplex(parent.m_isComplex)
+{}
 
 QCppPyArray QCppPyArray::forIteration(QCppPyArray const& other)
 {
     QCppPyArray source(other);
-    for (IndexItem& item : source.m_indices) {
-        if (auto* const integer = std::get_if<IntegerIndexItem>(&item)) {
-            integer->m_isNormalized = false;
-        }
-    }
+    source.m_indices.markNotNormalized();
     return source;
-}
-
-SliceIndexItem const* QCppPyArray::heldSlice() const
-{
-    return m_indices.empty() ? nullptr : std::get_if<SliceIndexItem>(&m_indices.back());
 }
 
 bool QCppPyArray::requireReshapeCount(unsigned long reshapes) const
 {
-    if (m_wrapper->reshapeCount() == reshapes) {
-        return true;
+    if (m_wrapper->reshapeCount() != reshapes) {
+        return refuse(PyExc_RuntimeError, "the array was reshaped since this access to it began.");
     }
-    setError(PyExc_RuntimeError, "the array was reshaped since this access to it began.");
-    return false;
+    return true;
 }
 
 bool QCppPyArray::requireUsable() const
@@ -63,15 +54,14 @@ bool QCppPyArray::requireUsable() const
     }
     if (isCurrent()) {
         // Only a foreign array without dimensions comes here.
-        setError(PyExc_RuntimeError, "too many indices.");
-        return false;
+        return refuse(PyExc_RuntimeError, "too many indices.");
     }
     return requireReshapeCount(m_reshapes);
 }
 
 long QCppPyArray::fullLengthOfActiveDimension() const
 {
-    return m_wrapper->shape()[static_cast<std::size_t>(m_numberOfIntegerIndicesSoFar)];
+    return m_wrapper->shape()[activeDimension()];
 }
 
 long QCppPyArray::getLengthOfActiveDimension() const
@@ -79,35 +69,33 @@ long QCppPyArray::getLengthOfActiveDimension() const
     if (!requireUsable()) {
         return -1;
     }
-    SliceIndexItem const* const slice = heldSlice();
-    return slice != nullptr ? slice->m_slice_len : fullLengthOfActiveDimension();
+    auto const slice = heldSlice();
+    return slice ? slice->m_slice_len : fullLengthOfActiveDimension();
 }
 
 bool QCppPyArray::convertSliceAndIntegerToInteger(IntegerIndexItem& item) const
 {
-    SliceIndexItem const* const slice = heldSlice();
-    if (slice == nullptr) {
+    auto const slice = heldSlice();
+    if (!slice) {
         return true;
     }
     if (item.m_index >= slice->m_slice_len) {
-        setError(PyExc_RuntimeError, "unable to index into slice.");
-        return false;
+        return refuse(PyExc_RuntimeError, "unable to index into slice.");
     }
-    item = {quarna::indexWithinSlice(*slice, item.m_index)};
+    item = {indexWithinSlice(*slice, item.m_index)};
     return true;
 }
 
 bool QCppPyArray::convertSliceAndSliceToSlice(SliceIndexItem& item) const
 {
-    SliceIndexItem const* const slice = heldSlice();
-    if (slice == nullptr) {
+    auto const slice = heldSlice();
+    if (!slice) {
         return true;
     }
     if (slice->m_step < 0 || item.m_step < 0) {
-        setError(PyExc_ValueError, "successive slices must both have a positive step size.");
-        return false;
+        return refuse(PyExc_ValueError, "successive slices must both have a positive step size.");
     }
-    item = quarna::intersection(*slice, item);
+    item = intersection(*slice, item);
     return true;
 }
 
@@ -119,44 +107,44 @@ long QCppPyArray::elementStride(std::size_t dimension) const
 long QCppPyArray::offsetOfIntegers() const
 {
     long offset = 0;
-    for (std::size_t place = 0; place < static_cast<std::size_t>(m_numberOfIntegerIndicesSoFar); ++place) {
+    for (std::size_t place = 0; place < m_indices.integerCount(); ++place) {
         offset += integerAt(place) * elementStride(place);
     }
     return offset;
 }
 
-void QCppPyArray::appendOpenDimensions(quarna::StridedView& view) const
+void QCppPyArray::appendOpenDimensions(StridedView& view) const
 {
-    auto const& shape = m_wrapper->shape();
-    auto const taken = static_cast<std::size_t>(m_numberOfIntegerIndicesSoFar) + 1;
-    for (std::size_t dimension = taken; dimension < shape.size(); ++dimension) {
+    auto const shape = m_wrapper->shape();
+    for (std::size_t dimension = activeDimension() + 1; dimension < shape.size(); ++dimension) {
         view.dimensions.push_back({shape[dimension], elementStride(dimension)});
     }
 }
 
-quarna::StridedView QCppPyArray::selection() const
+StridedView QCppPyArray::selection() const
 {
-    if (SliceIndexItem const* const slice = heldSlice()) {
+    if (auto const slice = heldSlice()) {
         return selectionWith(*slice);
     }
-    quarna::StridedView view{offsetOfIntegers(), {}};
-    auto const active = static_cast<std::size_t>(m_numberOfIntegerIndicesSoFar);
-    view.dimensions.push_back({fullLengthOfActiveDimension(), elementStride(active)});
+    StridedView view{offsetOfIntegers(), {}};
+    view.dimensions.push_back({fullLengthOfActiveDimension(), elementStride(activeDimension())});
     appendOpenDimensions(view);
     return view;
 }
 
-quarna::StridedView QCppPyArray::selectionWith(IndexItem const& item) const
+StridedView QCppPyArray::selectionWith(SliceIndexItem const& item) const
 {
-    quarna::StridedView view{offsetOfIntegers(), {}};
-    long const stride = elementStride(static_cast<std::size_t>(m_numberOfIntegerIndicesSoFar));
-    if (auto const* const slice = std::get_if<SliceIndexItem>(&item)) {
-        view.offset += slice->m_start * stride;
-        // The step of a single element leads nowhere and may be any.
-        view.dimensions.push_back({slice->m_slice_len, slice->m_slice_len > 1 ? slice->m_step * stride : 0});
-    } else {
-        view.offset += std::get<IntegerIndexItem>(item).m_index * stride;
-    }
+    long const stride = elementStride(activeDimension());
+    StridedView view{offsetOfIntegers() + item.m_start * stride, {}};
+    // The step of a single element leads nowhere and may be any.
+    view.dimensions.push_back({item.m_slice_len, item.m_slice_len > 1 ? item.m_step * stride : 0});
+    appendOpenDimensions(view);
+    return view;
+}
+
+StridedView QCppPyArray::selectionWith(IntegerIndexItem const& item) const
+{
+    StridedView view{offsetOfIntegers() + item.m_index * elementStride(activeDimension()), {}};
     appendOpenDimensions(view);
     return view;
 }

@@ -6,11 +6,13 @@
 
 #include <type_traits>
 
+namespace quarna {
+
 namespace {
 
 SliceIndexItem rangeOf(QCppPyArray const& array)
 {
-    if (SliceIndexItem const* const slice = array.heldSlice()) {
+    if (auto const slice = array.heldSlice()) {
         return *slice;
     }
     long const length = array.fullLengthOfActiveDimension();
@@ -26,8 +28,8 @@ QCppPyIter::QCppPyIter(QCppPyArray const& array)
 
 QCppPyIter::MakeNumber QCppPyIter::numberMaker(QCppPyArray const& array)
 {
-    return quarna::data::visitElementType(
-        array.getQDAWrapper()->array().getType(), []<class T>(std::type_identity<T>) -> MakeNumber {
+    return data::visitElementType(
+        array.getQDAWrapper()->type(), []<class T>(std::type_identity<T>) -> MakeNumber {
             return [](QCppPyArray const& source, long index) { return source.getNumericPyObject<T>(index); };
         });
 }
@@ -41,9 +43,11 @@ PyObject* QCppPyIter::increment()
     if (!m_array.requireReshapeCount(m_reshapes)) {
         return nullptr;
     }
-    long const index = quarna::indexWithinSlice(m_range, m_position);
+    long const index = indexWithinSlice(m_range, m_position);
     PyObject* const next = m_makeNumber != nullptr ? m_makeNumber(m_array, index)
-                                                   : quarna::newArrayObject(m_array, IntegerIndexItem{index});
+                                                   : newArrayObject(m_array, IntegerIndexItem{index});
     m_position += next != nullptr ? 1 : 0;
     return next;
 }
+
+}  // namespace quarna

@@ -1,9 +1,9 @@
 // Iteration over the active dimension of an array.
 #pragma once
 
-#include "vocabulary/python.h"
-
 #include "indexing/qcpp_py_array.h"
+
+namespace quarna {
 
 class QCppPyIter {
 public:
@@ -24,3 +24,5 @@ private:
     long m_position = 0;
     MakeNumber m_makeNumber;  // null: each step yields a partial array
 };
+
+}  // namespace quarna

@@ -1,18 +1,22 @@
-// Reading elements: one number, or a nested list of all that is selected. All reads go to the mirror.
+// Reading elements: one number, or a nested list of all that is selected.
+#include "data/element_dispatch.h"
+#include "elements/element_load.h"
 #include "indexing/qcpp_py_array.h"
-#include "vocabulary/errors.h"
+#include "numbers/python_number.h"
 #include "vocabulary/recursion.h"
 #include "vocabulary/references.h"
-#include "wrapper/element_object.h"
 
+#include <complex>
 #include <cstddef>
+#include <cstdint>
+#include <type_traits>
 
-using quarna::Reference;
+using namespace quarna;
 
 namespace {
 
-// Making a list can start the garbage collector, and with it Python code that reshapes the array. Hence the
-// count of reshapes is looked at after each list, before its elements are.
+// Making a list can start the garbage collector, and with it Python code that reshapes the array or moves its elements.
+// Hence the count of reshapes is looked at after each list, before its elements are, and the block at each element.
 template <class T>
 class NestedListBuilder {
 public:
@@ -26,7 +30,7 @@ public:
 private:
     Reference listAt(std::size_t level, long offset) const
     {
-        quarna::RecursionLevel const recursion(" while listing an array");
+        RecursionLevel const recursion(" while listing an array");
         auto const [length, stride] = m_view.dimensions[level];
         Reference list = recursion ? Reference::steal(PyList_New(length)) : Reference();
         if (!list || !m_array.requireReshapeCount(m_reshapes)) {
@@ -46,13 +50,13 @@ private:
 
     Reference numberAt(long offset) const
     {
-        return Reference::steal(quarna::makeNumber(quarna::loadElementAt<T>(m_wrapper.buf(), offset)));
+        return Reference::steal(makeNumber(loadElementAt<T>(m_wrapper.buf(), offset)));
     }
 
     QCppPyArray const& m_array;
     QDArrayWrapper const& m_wrapper;
     unsigned long m_reshapes;
-    quarna::StridedView m_view;
+    StridedView m_view;
 };
 
 }  // namespace
@@ -61,16 +65,19 @@ template <class T>
 PyObject* QCppPyArray::getNumericPyObject(long index) const
 {
     long const offset = offsetOfIntegers() + index * elementStride(m_wrapper->shape().size() - 1);
-    return quarna::makeNumber(quarna::loadElementAt<T>(m_wrapper->buf(), offset));
+    return makeNumber(loadElementAt<T>(m_wrapper->buf(), offset));
 }
 
-template <class T>
 PyObject* QCppPyArray::getAllContentsAsPyList() const
 {
-    return requireUsable() ? NestedListBuilder<T>(*this).build().release() : nullptr;
+    if (!requireUsable()) {
+        return nullptr;
+    }
+    return data::visitElementType(m_wrapper->type(), [this]<class T>(std::type_identity<T>) {
+        return NestedListBuilder<T>(*this).build().release();
+    });
 }
 
-#define QUARNA_ARRAY_TYPE(number, name, element)                             \
-    template PyObject* QCppPyArray::getNumericPyObject<element>(long) const; \
-    template PyObject* QCppPyArray::getAllContentsAsPyList<element>() const;
+#define QUARNA_ARRAY_TYPE(number, name, element) \
+    template PyObject* QCppPyArray::getNumericPyObject<element>(long) const;
 #include "data/array_types.def"

@@ -4,12 +4,14 @@
 #include "vocabulary/errors.h"
 #include "vocabulary/python_values.h"
 
+namespace quarna {
+
 std::optional<long> getIntegerIndexFromIndexObject(PyObject* index)
 {
     return pyObjectIsLong(index) ? std::optional<long>(PyLong_AsSsize_t(index)) : std::nullopt;
 }
 
-std::optional<quarna::SliceBounds> quarna::unpackSlice(PyObject* slice)
+std::optional<SliceBounds> unpackSlice(PyObject* slice)
 {
     SliceBounds bounds;
     bool const unpacked = PySlice_Unpack(slice, &bounds.start, &bounds.stop, &bounds.step) == 0;
@@ -20,8 +22,10 @@ std::optional<quarna::SliceBounds> quarna::unpackSlice(PyObject* slice)
     return unpacked ? std::optional(bounds) : std::nullopt;
 }
 
-SliceIndexItem quarna::clippedSlice(SliceBounds bounds, long length)
+SliceIndexItem clippedSlice(SliceBounds bounds, long length)
 {
     Py_ssize_t const count = PySlice_AdjustIndices(length, &bounds.start, &bounds.stop, bounds.step);
     return makeSliceItem(bounds.start, bounds.stop, bounds.step, count);
 }
+
+}  // namespace quarna

@@ -3,15 +3,15 @@
 
 #include "vocabulary/python.h"
 
-#include "indexing/index_items.h"
+#include "elements/index_items.h"
 
 #include <optional>
+
+namespace quarna {
 
 /// The value of an int, of a subclass or of a bool; empty for another object, whose __index__ is not asked. An
 /// int beyond Py_ssize_t gives -1 with OverflowError set.
 std::optional<long> getIntegerIndexFromIndexObject(PyObject* index);
-
-namespace quarna {
 
 /// The bounds of a slice object as Python code gave them. Reading them can run Python code.
 struct SliceBounds {

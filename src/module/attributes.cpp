@@ -7,8 +7,7 @@
 #include <utility>
 #include <vector>
 
-using quarna::guarded;
-using quarna::requireArray;
+namespace quarna {
 
 namespace {
 
@@ -19,16 +18,16 @@ PyObject* QCPyArray_GetArraySize(PyObject* self, void*)
         return nullptr;
     }
     if (array->getNumberOfDimensions() == 0) {
-        return quarna::makeTuple({});
+        return makeTuple({});
     }
     if (!array->requireUsable()) {
         return nullptr;
     }
     std::vector<long> lengths;
-    for (quarna::StridedDimension const& dimension : array->selection().dimensions) {
+    for (StridedDimension const& dimension : array->selection().dimensions) {
         lengths.push_back(dimension.length);
     }
-    return quarna::makeTuple(std::move(lengths));
+    return makeTuple(std::move(lengths));
 }
 
 PyObject* QCPyArray_GetElementSize(PyObject* self, void*)
@@ -80,3 +79,5 @@ PyGetSetDef QCPyArray_GetSetMethods[] = {
     {"_is_complex", guarded<&QCPyArray_GetIsComplexAsAttrib>, nullptr, "whether array is complex", nullptr},
     {nullptr, nullptr, nullptr, nullptr, nullptr},
 };
+
+}  // namespace quarna

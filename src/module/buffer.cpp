@@ -1,11 +1,13 @@
-// The buffer protocol: every export is the whole mirror of the wrapper, read-only.
+// The buffer protocol: every export is the whole block of the wrapper, read-only, and stays in its place.
 #include "module/slots.h"
 #include "vocabulary/errors.h"
 #include "vocabulary/references.h"
 
+namespace quarna {
+
 namespace {
 
-int refuse(Py_buffer* view, PyObject* exceptionClass, const char* text)
+int refuseView(Py_buffer* view, PyObject* exceptionClass, const char* text)
 {
     view->obj = nullptr;
     setError(exceptionClass, text);
@@ -16,7 +18,7 @@ int refuse(Py_buffer* view, PyObject* exceptionClass, const char* text)
 
 int QCPyArray_GetBuffer(PyObject* self, Py_buffer* view, int flags)
 {
-    QCppPyArray const* const array = quarna::requireArray(self);
+    QCppPyArray const* const array = requireArray(self);
     if (array == nullptr) {
         if (view != nullptr) {
             view->obj = nullptr;
@@ -29,16 +31,17 @@ int QCPyArray_GetBuffer(PyObject* self, Py_buffer* view, int flags)
     }
     QDArrayWrapper& wrapper = *array->getQDAWrapper();
     if ((flags & PyBUF_WRITABLE) != 0 && wrapper.isReadOnly() != 0) {
-        return refuse(view, PyExc_ValueError, "underlying buffer is not writable.");
+        return refuseView(view, PyExc_ValueError, "underlying buffer is not writable.");
     }
     char* const format = (flags & PyBUF_FORMAT) != 0 ? wrapper.format() : nullptr;
     if ((flags & PyBUF_FORMAT) != 0 && format == nullptr) {
-        return refuse(view, PyExc_ValueError, "format field is null.");
+        return refuseView(view, PyExc_ValueError, "format field is null.");
     }
     if ((flags & PyBUF_C_CONTIGUOUS) == PyBUF_C_CONTIGUOUS) {
-        return refuse(view, PyExc_ValueError, "underlying buffer not C-contiguous.");
+        return refuseView(view, PyExc_ValueError, "underlying buffer not C-contiguous.");
     }
-    view->buf = wrapper.buf();
+    view->obj = nullptr;
+    view->buf = wrapper.pinnedBuf();
     view->len = wrapper.getBufferSizeInBytes();
     view->itemsize = wrapper.getElementSizeInBytes();
     view->readonly = wrapper.isReadOnly();
@@ -46,9 +49,9 @@ int QCPyArray_GetBuffer(PyObject* self, Py_buffer* view, int flags)
     view->format = format;
     // Consumers only read these; a reshape, which would move them, is refused while the export lasts.
     view->shape = const_cast<Py_ssize_t*>(wrapper.shape().data());
-    view->strides = const_cast<Py_ssize_t*>(wrapper.bytewiseStrides());
-    view->suboffsets = const_cast<Py_ssize_t*>(wrapper.suboffsets());
-    view->obj = quarna::Reference::borrow(self).release();
+    view->strides = const_cast<Py_ssize_t*>(wrapper.bytewiseStrides().data());
+    view->suboffsets = nullptr;
+    view->obj = Reference::borrow(self).release();
     wrapper.incrementExportCount();
     return 0;
 }
@@ -57,3 +60,5 @@ void QCPyArray_ReleaseBuffer(PyObject* self, Py_buffer*) noexcept
 {
     getQCPyArrayFromPyObject(self)->array->getQDAWrapper()->decrementExportCount();
 }
+
+}  // namespace quarna

@@ -10,6 +10,8 @@
 #include <type_traits>
 #include <utility>
 
+namespace quarna {
+
 namespace {
 
 /// The class of a data array's elements; `valid` is false if no class holds them.
@@ -19,13 +21,13 @@ struct TypeAndComplexity {
     bool isComplex;
 };
 
-TypeAndComplexity getTypeAndComplexityFromArrayType(quarna::data::ArrayType type)
+TypeAndComplexity getTypeAndComplexityFromArrayType(data::ArrayType type)
 {
     try {
-        return quarna::data::visitElementType(type, []<class T>(std::type_identity<T>) -> TypeAndComplexity {
-            return {!std::same_as<T, char16_t>, quarna::classOf<T>, quarna::Complex<T>};
+        return data::visitElementType(type, []<class T>(std::type_identity<T>) -> TypeAndComplexity {
+            return {!std::same_as<T, char16_t>, classOf<T>, Complex<T>};
         });
-    } catch (quarna::Exception const&) {
+    } catch (Exception const&) {
         return {};
     }
 }
@@ -33,37 +35,25 @@ TypeAndComplexity getTypeAndComplexityFromArrayType(quarna::data::ArrayType type
 PyObject* QCPyArray_QDAImplToQCPyArray(void* impl)
 {
     if (impl == nullptr) {
-        setError(PyExc_RuntimeError, "null data pointer.");
-        return nullptr;
+        return refuse(PyExc_RuntimeError, "null data pointer.");
     }
-    quarna::data::Array array(static_cast<quarna::data::impl::ArrayImpl*>(impl));
+    data::Array array(static_cast<data::impl::ArrayImpl*>(impl));
     auto const [valid, arrayClass, isComplex] = getTypeAndComplexityFromArrayType(array.getType());
     if (!valid) {
-        setError(PyExc_RuntimeError, "invalid type.");
-        return nullptr;
+        return refuse(PyExc_RuntimeError, "invalid type.");
     }
-    return quarna::newArrayObject(std::move(array), arrayClass, isComplex);
+    return newArrayObject(QDArrayWrapper::ofSeenArray(std::move(array)), arrayClass, isComplex);
 }
 
 void* QCPyArray_QCPyArrayToQDAImpl(PyObject* object)
 {
-    QCppPyArray* const array = quarna::requireArray(object);
-    if (array == nullptr) {
-        return nullptr;
-    }
-    quarna::data::Array const& whole = array->getQDAWrapper()->array();
-    if (array->indicesAreEmpty()) {
-        return whole.handle();
-    }
-    // The array keeps what it gathered, so the handle outlives this function's share.
-    auto const gathered =
-        quarna::data::visitElementType(whole.getType(), [&]<class T>(std::type_identity<T>) {
-            return array->getIndexedArrayAsQDA<T>(true);
-        });
-    return gathered ? gathered->handle() : nullptr;
+    QCppPyArray* const array = requireArray(object);
+    return array != nullptr ? array->seenHandle() : nullptr;
 }
 
 }  // namespace
 
-quarna_api const QCPyArrayAPI::table = {quarna::guarded<&QCPyArray_QDAImplToQCPyArray>,
-                                        quarna::guarded<&QCPyArray_QCPyArrayToQDAImpl>};
+quarna_api const QCPyArrayAPI::table = {guarded<&QCPyArray_QDAImplToQCPyArray>,
+                                        guarded<&QCPyArray_QCPyArrayToQDAImpl>};
+
+}  // namespace quarna

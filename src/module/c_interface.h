@@ -3,9 +3,9 @@
 
 #include "quarna/quarna.h"
 
-namespace QCPyArrayAPI {
+namespace quarna::QCPyArrayAPI {
 
 /// What the capsule points to.
 extern quarna_api const table;
 
-}  // namespace QCPyArrayAPI
+}  // namespace quarna::QCPyArrayAPI

@@ -7,7 +7,9 @@
 #include <exception>
 #include <new>
 
-void quarna::setErrorOfCaughtException()
+namespace quarna {
+
+void setErrorOfCaughtException()
 {
     using data::ExceptionType;
     using data::detail::DataException;
@@ -28,3 +30,5 @@ void quarna::setErrorOfCaughtException()
         setError(PyExc_RuntimeError, "unknown exception.");
     }
 }
+
+}  // namespace quarna

@@ -1,10 +1,13 @@
 // Subscripts and len(): which form of subscript was used, and where it goes.
+#include "assignment/assignment.h"
 #include "indexing/array_object.h"
 #include "indexing/subscript.h"
 #include "module/slots.h"
 
 #include <optional>
 #include <type_traits>
+
+namespace quarna {
 
 namespace {
 
@@ -21,24 +24,24 @@ bool isPending(std::optional<long> integer)
 }
 
 template <class T>
-int assignSlice(QCppPyArray& array, PyObject* index, PyObject* value)
+int assignSlice(QCppPyArray const& array, PyObject* index, PyObject* value)
 {
-    auto const bounds = quarna::unpackSlice(index);
+    auto const bounds = unpackSlice(index);
     // The bounds of a slice can run Python code, so the shape is looked at afterwards.
     if (!bounds || !array.requireUsable()) {
         return -1;
     }
-    SliceIndexItem const item = quarna::clippedSlice(*bounds, array.fullLengthOfActiveDimension());
-    return quarna::withElementForm<T>(array.isComplex(), [&]<class Element>(std::type_identity<Element>) {
+    SliceIndexItem const item = clippedSlice(*bounds, array.fullLengthOfActiveDimension());
+    return withElementForm<T>(array.isComplex(), [&]<class Element>(std::type_identity<Element>) {
         return array.nextIntegerIsFinal()
-                   ? array.setIndividualElementsFromFlatSeqOfMultipleIntegerIndices<Element>(item, value)
-                   : array.setMultipleElementsFromNonFinalSliceIndex<Element>(item, value);
+                   ? setIndividualElementsFromFlatSeqOfMultipleIntegerIndices<Element>(array, item, value)
+                   : setMultipleElementsFromNonFinalSliceIndex<Element>(array, item, value);
     });
 }
 
 }  // namespace
 
-QCppPyArray* quarna::requireArray(PyObject* object)
+QCppPyArray* requireArray(PyObject* object)
 {
     QCppPyArray* const array = object != nullptr ? getQCPyArrayFromPyObject(object)->array : nullptr;
     if (array == nullptr) {
@@ -49,30 +52,29 @@ QCppPyArray* quarna::requireArray(PyObject* object)
 
 Py_ssize_t QCPyArray_NumElemsInFirstDim(PyObject* self)
 {
-    QCppPyArray const* const array = quarna::requireArray(self);
+    QCppPyArray const* const array = requireArray(self);
     return array != nullptr ? array->getLengthOfActiveDimension() : -1;
 }
 
 template <class T>
 PyObject* QCPyArray_GetItem(PyObject* self, Py_ssize_t index)
 {
-    QCppPyArray const* const array = quarna::requireArray(self);
+    QCppPyArray const* const array = requireArray(self);
     long const length = array != nullptr ? array->getLengthOfActiveDimension() : -1;
     if (length < 0) {
         return nullptr;
     }
     IntegerIndexItem item{index};
     if (!item.normalizeAgainstLength(length)) {
-        quarna::setIndexError(index);
-        return nullptr;
+        return refuseIndex(index);
     }
     if (!array->convertSliceAndIntegerToInteger(item)) {
         return nullptr;
     }
     if (!array->nextIntegerIsFinal()) {
-        return quarna::newArrayObject(*array, item);
+        return newArrayObject(*array, item);
     }
-    return quarna::withElementForm<T>(array->isComplex(), [&]<class Element>(std::type_identity<Element>) {
+    return withElementForm<T>(array->isComplex(), [&]<class Element>(std::type_identity<Element>) {
         return array->getNumericPyObject<Element>(item.m_index);
     });
 }
@@ -83,37 +85,35 @@ PyObject* QCPyArray_GetViaIndex(PyObject* self, PyObject* index)
     if (auto const integer = getIntegerIndexFromIndexObject(index)) {
         return isPending(integer) ? nullptr : QCPyArray_GetItem<T>(self, *integer);
     }
-    QCppPyArray const* const array = quarna::requireArray(self);
+    QCppPyArray const* const array = requireArray(self);
     if (array == nullptr) {
         return nullptr;
     }
     if (!isSlice(index)) {
-        setError(PyExc_RuntimeError, noIndexText);
-        return nullptr;
+        return refuse(PyExc_RuntimeError, noIndexText);
     }
     if (!array->requireUsable()) {
         return nullptr;
     }
-    auto const bounds = quarna::unpackSlice(index);
+    auto const bounds = unpackSlice(index);
     // The bounds of a slice can run Python code, so the length is taken afterwards.
     long const length = bounds ? array->getLengthOfActiveDimension() : -1;
     if (length < 0) {
         return nullptr;
     }
-    SliceIndexItem item = quarna::clippedSlice(*bounds, length);
-    return array->convertSliceAndSliceToSlice(item) ? quarna::newArrayObject(*array, item) : nullptr;
+    SliceIndexItem item = clippedSlice(*bounds, length);
+    return array->convertSliceAndSliceToSlice(item) ? newArrayObject(*array, item) : nullptr;
 }
 
 template <class T>
 int QCPyArray_SetViaIndex(PyObject* self, PyObject* index, PyObject* value)
 {
-    QCppPyArray* const array = quarna::requireArray(self);
+    QCppPyArray* const array = requireArray(self);
     if (array == nullptr) {
         return -1;
     }
     if (value == nullptr) {
-        setError(PyExc_TypeError, "array elements cannot be deleted.");
-        return -1;
+        return refuse(PyExc_TypeError, "array elements cannot be deleted.");
     }
     if (!array->requireUsable()) {
         return -1;
@@ -122,15 +122,13 @@ int QCPyArray_SetViaIndex(PyObject* self, PyObject* index, PyObject* value)
         if (isPending(integer)) {
             return -1;
         }
-        return quarna::withElementForm<T>(array->isComplex(),
-                                          [&]<class Element>(std::type_identity<Element>) {
-                                              return array->setItemsFromFinalOrNonFinalIntegerIndex<Element>(
-                                                  *integer, array->fullLengthOfActiveDimension(), value);
-                                          });
+        return withElementForm<T>(array->isComplex(), [&]<class Element>(std::type_identity<Element>) {
+            return setItemsFromFinalOrNonFinalIntegerIndex<Element>(
+                *array, *integer, array->fullLengthOfActiveDimension(), value);
+        });
     }
     if (!isSlice(index)) {
-        setError(PyExc_RuntimeError, noIndexText);
-        return -1;
+        return refuse(PyExc_RuntimeError, noIndexText);
     }
     return assignSlice<T>(*array, index, value);
 }
@@ -140,3 +138,5 @@ int QCPyArray_SetViaIndex(PyObject* self, PyObject* index, PyObject* value)
     template PyObject* QCPyArray_GetViaIndex<element>(PyObject*, PyObject*); \
     template int QCPyArray_SetViaIndex<element>(PyObject*, PyObject*, PyObject*);
 #include "vocabulary/class_table.def"
+
+}  // namespace quarna

@@ -4,17 +4,17 @@
 #include "vocabulary/errors.h"
 #include "vocabulary/references.h"
 
-using quarna::Reference;
+namespace quarna {
 
 PyObject* QCPyArray_GetIter(PyObject* self)
 {
-    QCppPyArray const* const array = quarna::requireArray(self);
+    QCppPyArray const* const array = requireArray(self);
     if (array == nullptr || !array->requireUsable()) {
         return nullptr;
     }
     Reference object = Reference::steal(QCPyIter_Type.tp_alloc(&QCPyIter_Type, 0));
     if (!object) {
-        setError(PyExc_RuntimeError, quarna::allocationText);
+        setError(PyExc_RuntimeError, allocationText);
         return nullptr;
     }
     reinterpret_cast<QCPyIter*>(object.get())->iterator = new QCppPyIter(*array);
@@ -36,3 +36,5 @@ void QCPyIter_Delete(PyObject* self)
     delete reinterpret_cast<QCPyIter*>(self)->iterator;
     PyObject_Free(self);
 }
+
+}  // namespace quarna

@@ -1,12 +1,12 @@
 // The methods of all classes, but for reshape and pickling.
 #include "data/element_dispatch.h"
+#include "elements/element_load.h"
 #include "indexing/array_object.h"
 #include "module/guard.h"
 #include "module/slots.h"
 #include "module/values.h"
-#include "vocabulary/array_class.h"
+#include "vocabulary/array_array.h"
 #include "vocabulary/errors.h"
-#include "wrapper/element_object.h"
 
 #include <cstdint>
 #include <cstring>
@@ -14,9 +14,7 @@
 #include <type_traits>
 #include <utility>
 
-using quarna::guarded;
-using quarna::Reference;
-using quarna::requireArray;
+namespace quarna {
 
 namespace {
 
@@ -26,7 +24,7 @@ PyObject* QCPyArray_BufferInfo(PyObject* self, PyObject*)
     if (array == nullptr) {
         return nullptr;
     }
-    auto const address = reinterpret_cast<std::uintptr_t>(array->getQDAWrapper()->buf());
+    auto const address = reinterpret_cast<std::uintptr_t>(array->getQDAWrapper()->pinnedBuf());
     return Py_BuildValue("Kl", static_cast<unsigned long long>(address), array->getNumberOfElements());
 }
 
@@ -36,8 +34,8 @@ PyObject* QCPyArray_GetBytewiseStrides(PyObject* self, PyObject*)
     if (array == nullptr) {
         return nullptr;
     }
-    long const* const strides = array->getQDAWrapper()->bytewiseStrides();
-    return quarna::makeTuple({strides, strides + array->getNumberOfDimensions()});
+    auto const strides = array->getQDAWrapper()->bytewiseStrides();
+    return makeTuple({strides.begin(), strides.end()});
 }
 
 PyObject* QCPyArray_ToMemoryView(PyObject* self, PyObject*)
@@ -46,13 +44,13 @@ PyObject* QCPyArray_ToMemoryView(PyObject* self, PyObject*)
 }
 
 // The elements of a row, as a one-dimensional array of the source's class.
-PyObject* newRow(QCppPyArray const& source, std::optional<quarna::data::Array> elements)
+PyObject* newRow(QCppPyArray const& source, std::optional<LooseArray> elements)
 {
     if (!elements) {
         return nullptr;
     }
-    QCppPyArray const row(*std::move(elements), source.getSupportedArrayEnum(), false);
-    return quarna::newArrayObject(row, IntegerIndexItem{0});
+    QDArrayWrapperPtr const wrapper(new QDArrayWrapper(*std::move(elements)));
+    return newArrayObject(QCppPyArray(wrapper, source.getSupportedArrayEnum(), false), IntegerIndexItem{0});
 }
 
 PyObject* QCPyArray_realOrImag(PyObject* self, bool real)
@@ -62,23 +60,22 @@ PyObject* QCPyArray_realOrImag(PyObject* self, bool real)
 }
 
 /// The selected elements one after the other, as a new bytes object.
-Reference bytesOfSelection(QCppPyArray const& array, quarna::StridedView const& view)
+Reference bytesOfSelection(QCppPyArray const& array, StridedView const& view)
 {
-    return quarna::data::visitElementType(
-        array.getQDAWrapper()->array().getType(), [&]<class T>(std::type_identity<T>) {
-            Reference bytes =
-                Reference::steal(PyBytes_FromStringAndSize(nullptr, view.count() * Py_ssize_t{sizeof(T)}));
-            if (bytes) {
-                char* next = PyBytes_AS_STRING(bytes.get());
-                void const* const block = array.getQDAWrapper()->buf();
-                walkElements(view, quarna::WalkOrder::Nested, [&](long offset) {
-                    T const element = quarna::loadElementAt<T>(block, offset);
-                    std::memcpy(next, &element, sizeof(T));
-                    next += sizeof(T);
-                });
-            }
-            return bytes;
-        });
+    return data::visitElementType(array.getQDAWrapper()->type(), [&]<class T>(std::type_identity<T>) {
+        Reference bytes =
+            Reference::steal(PyBytes_FromStringAndSize(nullptr, view.count() * Py_ssize_t{sizeof(T)}));
+        if (bytes) {
+            char* next = PyBytes_AS_STRING(bytes.get());
+            void const* const block = array.getQDAWrapper()->buf();
+            walkElements(view, WalkOrder::Nested, [&](long offset) {
+                T const element = loadElementAt<T>(block, offset);
+                std::memcpy(next, &element, sizeof(T));
+                next += sizeof(T);
+            });
+        }
+        return bytes;
+    });
 }
 
 }  // namespace
@@ -105,11 +102,8 @@ PyObject* QCPyArray_Clone(PyObject* self, PyObject*)
     if (array == nullptr) {
         return nullptr;
     }
-    auto contents = quarna::data::visitElementType(
-        array->getQDAWrapper()->array().getType(),
-        [&]<class T>(std::type_identity<T>) { return array->getIndexedArrayAsQDA<T>(false); });
-    return contents ? quarna::newArrayObject(*std::move(contents), array->getSupportedArrayEnum(),
-                                             array->isComplex())
+    auto contents = array->wrapperOfGathered();
+    return contents ? newArrayObject(std::move(contents), array->getSupportedArrayEnum(), array->isComplex())
                     : nullptr;
 }
 
@@ -121,7 +115,7 @@ PyObject* QCPyArray_ToArrayArray(PyObject* self, PyObject*)
         return nullptr;
     }
     // array.array takes what iteration yields: real numbers, or nothing at all.
-    quarna::StridedView view = array->selection();
+    StridedView view = array->selection();
     if (view.dimensions.front().length > 0 && (view.dimensions.size() > 1 || array->isComplex())) {
         setError(PyExc_RuntimeError, refusal);
         return nullptr;
@@ -130,7 +124,7 @@ PyObject* QCPyArray_ToArrayArray(PyObject* self, PyObject*)
     if (!bytes) {
         return nullptr;
     }
-    auto const code = static_cast<unsigned char>(TypeAsChar[quarna::rowOf(array->getSupportedArrayEnum())]);
+    auto const code = static_cast<unsigned char>(TypeAsChar[rowOf(array->getSupportedArrayEnum())]);
     PyObject* const result = PyObject_CallFunction(ArrayArray::s_arrayClass, "CO", int{code}, bytes.get());
     if (result == nullptr) {
         setError(PyExc_RuntimeError, refusal);
@@ -167,3 +161,5 @@ PyMethodDef QCPyArray_Methods[] = {
     {"__reduce__", guarded<&QCPyArray_Reduce>, METH_NOARGS, "__reduce__ pickles the input object"},
     {nullptr, nullptr, 0, nullptr},
 };
+
+}  // namespace quarna

@@ -2,7 +2,7 @@
 #include "module/c_interface.h"
 #include "module/guard.h"
 #include "module/type_objects.h"
-#include "vocabulary/array_class.h"
+#include "vocabulary/array_array.h"
 #include "vocabulary/errors.h"
 #include "vocabulary/references.h"
 
@@ -10,7 +10,7 @@
 #include <iostream>
 #include <utility>
 
-using quarna::Reference;
+namespace quarna {
 
 namespace {
 
@@ -79,11 +79,11 @@ PyObject* init_types(PyObject* module)
         std::cerr << "Could not initialize module." << std::endl;
         return nullptr;
     }
-    for (std::size_t row = 0; row < quarna::classCount; ++row) {
+    for (std::size_t row = 0; row < classCount; ++row) {
         PyTypeObject& type = *TypeObjectPointers[row];
-        type.tp_doc = quarna::classNames[row];
+        type.tp_doc = classNames[row];
         type.tp_name = dottedNames[row];
-        if (!addType(module, quarna::classNames[row], type, "Could not initialize type.")) {
+        if (!addType(module, classNames[row], type, "Could not initialize type.")) {
             return nullptr;
         }
     }
@@ -139,5 +139,7 @@ PyObject* initialise()
 // CPython 3.7 declares an entry point without its visibility.
 extern "C" QUARNA_EXPORT PyObject* PyInit_quarnamultidimarrayforpython()
 {
-    return quarna::guarded<&initialise>();
+    return guarded<&initialise>();
 }
+
+}  // namespace quarna

@@ -1,16 +1,13 @@
 // The method __reduce__: a class, a dictionary of options, and the elements as a nested list.
-#include "data/element_dispatch.h"
 #include "module/slots.h"
 #include "vocabulary/errors.h"
 #include "vocabulary/references.h"
 
-#include <type_traits>
-
-using quarna::Reference;
+namespace quarna {
 
 PyObject* QCPyArray_Reduce(PyObject* self, PyObject*)
 {
-    QCppPyArray const* const array = quarna::requireArray(self);
+    QCppPyArray const* const array = requireArray(self);
     if (array == nullptr) {
         return nullptr;
     }
@@ -19,12 +16,9 @@ PyObject* QCPyArray_Reduce(PyObject* self, PyObject*)
         return nullptr;
     }
     if (array->isComplex() && PyDict_SetItemString(options.get(), "is_complex", Py_True) == -1) {
-        setError(PyExc_RuntimeError, "unable to insert 'is_complex' value into dict.");
-        return nullptr;
+        return refuse(PyExc_RuntimeError, "unable to insert 'is_complex' value into dict.");
     }
-    Reference const contents = Reference::steal(quarna::data::visitElementType(
-        array->getQDAWrapper()->array().getType(),
-        [&]<class T>(std::type_identity<T>) { return array->getAllContentsAsPyList<T>(); }));
+    Reference const contents = Reference::steal(array->getAllContentsAsPyList());
     if (!contents) {
         return nullptr;
     }
@@ -32,6 +26,7 @@ PyObject* QCPyArray_Reduce(PyObject* self, PyObject*)
     if (!arguments) {
         return nullptr;
     }
-    return PyTuple_Pack(2, TypeObjectPointers[quarna::rowOf(array->getSupportedArrayEnum())],
-                        arguments.get());
+    return PyTuple_Pack(2, TypeObjectPointers[rowOf(array->getSupportedArrayEnum())], arguments.get());
 }
+
+}  // namespace quarna

@@ -1,64 +1,36 @@
 // The method reshape.
+#include "construction/dimensions.h"
+#include "elements/arithmetic.h"
 #include "module/slots.h"
-#include "vocabulary/arithmetic.h"
 #include "vocabulary/errors.h"
-#include "vocabulary/python_values.h"
 #include "vocabulary/references.h"
 
 #include <limits>
 #include <optional>
 #include <vector>
 
-using quarna::Reference;
+namespace quarna {
 
 namespace {
 
 constexpr char dimensionsText[] = "reshape() must be passed a nonempty sequence of nonnegative integers.";
 
-PyObject* refuse(PyObject* exceptionClass, const char* text)
-{
-    setError(exceptionClass, text);
-    return nullptr;
-}
-
-/// One dimension; empty with an exception set.
-std::optional<long> dimensionAt(PyObject* sequence, Py_ssize_t position)
-{
-    Reference const item = Reference::steal(PySequence_GetItem(sequence, position));
-    if (!item) {
-        quarna::setComposedError(PyExc_RuntimeError, "Item ", position,
-                                 " could not be retrieved from the value passed to reshape().");
-        return std::nullopt;
-    }
-    Py_ssize_t const dimension = pyObjectIsLong(item.get()) ? PyLong_AsSsize_t(item.get()) : -1;
-    if (dimension < 0) {
-        refuse(PyExc_ValueError, dimensionsText);
-        return std::nullopt;
-    }
-    return dimension;
-}
-
 /// At least two dimensions, without the ones at the end; empty with an exception set.
-std::vector<long> getDimsFromReshapeArg(PyObject* arg)
+std::optional<std::vector<long>> getDimsFromReshapeArg(PyObject* arg)
 {
     Py_ssize_t const count = arg != Py_None && PySequence_Check(arg) ? PySequence_Size(arg) : 0;
+    if (count < 0) {
+        return std::nullopt;
+    }
     if (count < 2) {
-        // A length that could not be had has left its own exception.
-        if (count >= 0) {
-            refuse(PyExc_ValueError, dimensionsText);
-        }
-        return {};
+        setError(PyExc_ValueError, dimensionsText);
+        return std::nullopt;
     }
-    std::vector<long> dims;
-    for (Py_ssize_t position = 0; position < count; ++position) {
-        auto const dimension = dimensionAt(arg, position);
-        if (!dimension) {
-            return {};
-        }
-        dims.push_back(*dimension);
-    }
-    while (dims.size() > 2 && dims.back() == 1) {
-        dims.pop_back();
+    auto dims = readDimensions(arg, count,
+                               {" could not be retrieved from the value passed to reshape().",
+                                PyExc_ValueError, dimensionsText, dimensionsText});
+    if (dims) {
+        dropTrailingOnes(*dims);
     }
     return dims;
 }
@@ -67,7 +39,7 @@ std::vector<long> getDimsFromReshapeArg(PyObject* arg)
 
 PyObject* QCPyArray_Reshape(PyObject* self, PyObject* args, PyObject* kwds)
 {
-    QCppPyArray const* const array = quarna::requireArray(self);
+    QCppPyArray const* const array = requireArray(self);
     if (array == nullptr) {
         return nullptr;
     }
@@ -78,17 +50,15 @@ PyObject* QCPyArray_Reshape(PyObject* self, PyObject* args, PyObject* kwds)
         return refuse(PyExc_ValueError, dimensionsText);
     }
     auto const dims = getDimsFromReshapeArg(PyTuple_GET_SIZE(args) == 1 ? PyTuple_GET_ITEM(args, 0) : args);
-    if (dims.empty()) {
+    if (!dims) {
         return nullptr;
     }
     QDArrayWrapper& wrapper = *array->getQDAWrapper();
     // A product beyond 63 bits shows as the largest that there is.
-    long const count = quarna::checkedProduct(dims).value_or(std::numeric_limits<long>::max());
+    long const count = checkedProduct(*dims).value_or(std::numeric_limits<long>::max());
     if (count != wrapper.getNumberOfElements()) {
-        quarna::setComposedError(QCPyError::shapeErr,
-                                 "number of elements specified by arguments to reshape() (", count,
-                                 ") does not match current number (", wrapper.getNumberOfElements(), ").");
-        return nullptr;
+        return refuseWith(QCPyError::shapeErr, "number of elements specified by arguments to reshape() (",
+                          count, ") does not match current number (", wrapper.getNumberOfElements(), ").");
     }
     if (kwds != nullptr && PyDict_GET_SIZE(kwds) > 0) {
         return refuse(PyExc_ValueError, "reshape() does not accept keyword arguments.");
@@ -96,7 +66,8 @@ PyObject* QCPyArray_Reshape(PyObject* self, PyObject* args, PyObject* kwds)
     if (wrapper.exportCount() > 0) {
         return refuse(PyExc_BufferError, "existing exports of data: the array cannot be reshaped.");
     }
-    quarna::data::ArrayFactory factory;
-    wrapper.reshape(dims, factory, 'F', quarna::data::MemoryLayout::COLUMN_MAJOR);
+    wrapper.reshape(*dims, 'F');
     return Reference::borrow(self).release();
 }
+
+}  // namespace quarna

@@ -7,17 +7,15 @@
 #include "indexing/qcpp_py_iter.h"
 #include "vocabulary/quarna_py_array.h"
 
+namespace quarna {
+
 /// The record of an iterator. It owns its iteration, which is null only until the object is complete.
 struct QCPyIter {
     PyObject_HEAD QCppPyIter* iterator;
 };
 
-namespace quarna {
-
 /// The array of an object; null with RuntimeError set if it has none.
 QCppPyArray* requireArray(PyObject* object);
-
-}  // namespace quarna
 
 // T is the real element of the class; the complex flag of an array selects its complex form at run time.
 template <class T>
@@ -56,3 +54,5 @@ PyObject* QCPyArray_Imag(PyObject* self, PyObject* unused);
 PyObject* QCPyArray_Noncomplex(PyObject* self, PyObject* unused);
 PyObject* QCPyArray_ToArrayArray(PyObject* self, PyObject* unused);
 PyObject* QCPyArray_Reduce(PyObject* self, PyObject* unused);
+
+}  // namespace quarna

@@ -5,7 +5,7 @@
 #include "module/guard.h"
 #include "module/slots.h"
 
-using quarna::guarded;
+namespace quarna {
 
 namespace {
 
@@ -57,7 +57,7 @@ constexpr PyTypeObject makeArrayType()
 {
     PyTypeObject type = blankType();
     type.tp_basicsize = sizeof(QCPyArray);
-    type.tp_alloc = &quarna::allocateArrayMemory;
+    type.tp_alloc = &allocateArrayMemory;
     type.tp_dealloc = &QCPyArray_Delete;
     type.tp_repr = guarded<&QCPyArray_GetRepr<T>>;
     type.tp_str = guarded<&QCPyArray_GetStr<T>>;
@@ -92,8 +92,10 @@ constinit PyTypeObject QCPyIter_Type = makeIteratorType();
     constinit PyTypeObject QCPyArray_Type_##suffix = makeArrayType<element>();
 #include "vocabulary/class_table.def"
 
+}  // namespace quarna
+
 PyTypeObject* const TypeObjectPointers[] = {
-#define QUARNA_CLASS(suffix, attribute, element, code) &QCPyArray_Type_##suffix,
+#define QUARNA_CLASS(suffix, attribute, element, code) &quarna::QCPyArray_Type_##suffix,
 #include "vocabulary/class_table.def"
 };
 

@@ -6,6 +6,8 @@
 
 #include <cstddef>
 
+namespace quarna {
+
 PyObject* makePyObjectFromLong(long value)
 {
     PyObject* const object = PyLong_FromLong(value);
@@ -15,7 +17,7 @@ PyObject* makePyObjectFromLong(long value)
     return object;
 }
 
-PyObject* quarna::makeTuple(std::vector<long> values)
+PyObject* makeTuple(std::vector<long> values)
 {
     Reference tuple = Reference::steal(PyTuple_New(static_cast<Py_ssize_t>(values.size())));
     for (std::size_t place = 0; tuple && place < values.size(); ++place) {
@@ -27,3 +29,5 @@ PyObject* quarna::makeTuple(std::vector<long> values)
     }
     return tuple.release();
 }
+
+}  // namespace quarna

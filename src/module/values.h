@@ -5,10 +5,10 @@
 
 #include <vector>
 
+namespace quarna {
+
 /// A new int; null with RuntimeError set.
 PyObject* makePyObjectFromLong(long value);
-
-namespace quarna {
 
 /// A new tuple of ints; null with an exception set. By value: making the tuple can run Python code.
 PyObject* makeTuple(std::vector<long> values);

@@ -3,20 +3,20 @@
 
 #include "vocabulary/python.h"
 
-#include "vocabulary/element.h"
+#include "elements/element.h"
 #include "vocabulary/export.h"
 
 #include <array>
 #include <cstddef>
 #include <cstdint>
 
+namespace quarna {
+
 /// The element class of an array: of its real or imaginary part, whether it is complex or not.
 enum class SupportedArrayEnum : std::int8_t {
 #define QUARNA_CLASS(suffix, attribute, element, code) class_##attribute,
 #include "vocabulary/class_table.def"
 };
-
-namespace quarna {
 
 /// The names of the classes, indexed by SupportedArrayEnum.
 inline constexpr std::array classNames{

@@ -5,6 +5,8 @@
 #include <charconv>
 #include <cmath>
 
+namespace quarna {
+
 PyObject* QCPyError::shapeErr = nullptr;
 PyObject* QCPyError::sizeErr = nullptr;
 
@@ -13,9 +15,9 @@ void setError(PyObject* exceptionClass, const char* text)
     PyErr_SetString(exceptionClass, text);
 }
 
-void quarna::setIndexError(long index)
+Refused refuseIndex(long index)
 {
-    setComposedError(PyExc_IndexError, "index has an invalid value: ", index);
+    return refuseWith(PyExc_IndexError, "index has an invalid value: ", index);
 }
 
 namespace {
@@ -29,17 +31,19 @@ void appendDigits(std::string& text, Format... format)
 
 }  // namespace
 
-void quarna::appendPiece(std::string& text, double piece)
+void appendPiece(std::string& text, double piece)
 {
     appendDigits(text, std::isnan(piece) ? std::fabs(piece) : piece, std::chars_format::general, 6);
 }
 
-void quarna::appendPiece(std::string& text, long piece)
+void appendPiece(std::string& text, long piece)
 {
     appendDigits(text, piece);
 }
 
-void quarna::appendPiece(std::string& text, unsigned long piece)
+void appendPiece(std::string& text, unsigned long piece)
 {
     appendDigits(text, piece);
 }
+
+}  // namespace quarna

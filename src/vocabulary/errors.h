@@ -6,8 +6,23 @@
 #include <string>
 #include <string_view>
 
+namespace quarna {
+
 /// Sets the exception, in place of one that a callee may have set.
 void setError(PyObject* exceptionClass, const char* text);
+
+/// What a function returns when it has set an exception: false, -1 or null.
+struct Refused {
+    operator bool() const { return false; }
+    operator int() const { return -1; }
+    operator PyObject*() const { return nullptr; }
+};
+
+inline Refused refuse(PyObject* exceptionClass, const char* text)
+{
+    setError(exceptionClass, text);
+    return {};
+}
 
 namespace QCPyError {
 /// The exception classes ShapeError and SizeError. Set when the module has been imported, and kept until the process
@@ -15,8 +30,6 @@ namespace QCPyError {
 extern PyObject* shapeErr;
 extern PyObject* sizeErr;
 }  // namespace QCPyError
-
-namespace quarna {
 
 // One piece of a text: the same in every locale. A number with a fraction has six significant digits, and a NaN no
 // sign.
@@ -39,9 +52,9 @@ std::string composeText(Pieces const&... pieces)
 }
 
 template <class... Pieces>
-void setComposedError(PyObject* exceptionClass, Pieces const&... pieces)
+Refused refuseWith(PyObject* exceptionClass, Pieces const&... pieces)
 {
-    setError(exceptionClass, composeText(pieces...).c_str());
+    return refuse(exceptionClass, composeText(pieces...).c_str());
 }
 
 inline constexpr char notInitializedText[] = "object not initialized.";
@@ -49,6 +62,6 @@ inline constexpr char notImportedText[] = "module not initialized.";
 inline constexpr char allocationText[] = "unable to initialize C object.";
 
 /// "index has an invalid value: " and the index as the caller wrote it, as an IndexError.
-void setIndexError(long index);
+Refused refuseIndex(long index);
 
 }  // namespace quarna

@@ -3,6 +3,8 @@
 
 #include "vocabulary/python.h"
 
+namespace quarna {
+
 /// An int or an instance of a subclass, bool included.
 inline bool pyObjectIsLong(PyObject* object)
 {
@@ -20,3 +22,5 @@ inline bool pyObjectIsEmpty(PyObject* object)
 {
     return object == nullptr || object == Py_None;
 }
+
+}  // namespace quarna

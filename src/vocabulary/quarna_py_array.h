@@ -5,6 +5,8 @@
 
 class QCppPyArray;
 
+namespace quarna {
+
 /// The record of every array object. It owns its array, which is null only until the object is complete.
 struct QCPyArray {
     PyObject_HEAD QCppPyArray* array;
@@ -25,3 +27,5 @@ inline QCPyArray* getQCPyArrayFromPyObject(PyObject* object)
 {
     return reinterpret_cast<QCPyArray*>(object);
 }
+
+}  // namespace quarna

@@ -3,6 +3,8 @@
 
 #include "vocabulary/thread.h"
 
+namespace quarna {
+
 namespace {
 
 // From CPython 3.12 on, its own count lets C code go ten times as deep as the limit that users know and set,
@@ -24,9 +26,9 @@ bool enter(const char* where)
 
 }  // namespace
 
-quarna::RecursionLevel::RecursionLevel(const char* where) : m_entered(enter(where)) {}
+RecursionLevel::RecursionLevel(const char* where) : m_entered(enter(where)) {}
 
-quarna::RecursionLevel::~RecursionLevel()
+RecursionLevel::~RecursionLevel()
 {
     if (m_entered) {
         --levels;
@@ -35,3 +37,5 @@ quarna::RecursionLevel::~RecursionLevel()
         }
     }
 }
+
+}  // namespace quarna

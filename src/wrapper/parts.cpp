@@ -1,13 +1,16 @@
 // Real and imaginary parts, and the plain elements, as new arrays of one row.
-#include "wrapper/apply_numeric_visitor.h"
-#include "wrapper/element_object.h"
+#include "data/array_factory.h"
+#include "data/element_dispatch.h"
+#include "elements/element_load.h"
 #include "wrapper/qd_array_wrapper.h"
 
-#include <complex>
+#include <cstddef>
 #include <stdexcept>
 #include <string>
+#include <type_traits>
 #include <utility>
 
+using namespace quarna;
 using QDArrayWrapperVisitors::OutputEnum;
 
 namespace {
@@ -18,58 +21,46 @@ namespace {
                              " array: " + std::to_string(static_cast<int>(output)) + "\n");
 }
 
-struct NonComplexVisitor {
-    quarna::data::ArrayFactory& factory;
-    OutputEnum output;
-
-    template <class T>
-    quarna::data::Array operator()(quarna::data::TypedArray<T> const& array) const
-    {
-        using Real = quarna::RealPartOf<T>;
-        auto const count = static_cast<long>(array.elementCount());
-        auto buffer = factory.createBuffer<Real>(array.elementCount());
-        if constexpr (quarna::Complex<T>) {
-            extractPart(array.elements(), count, buffer.get());
-        } else {
-            if (output != OutputEnum::NONCOMPLEX) {
-                throwInvalidOutput("noncomplex", output);
-            }
-            quarna::loadRun(array.elements(), 0, count, 1, buffer.get());
-        }
-        return factory.createArrayFromBuffer<Real>({1, array.elementCount()}, std::move(buffer));
+void requireOutput(bool isComplex, OutputEnum output)
+{
+    if (isComplex && output != OutputEnum::REAL && output != OutputEnum::IMAG) {
+        throwInvalidOutput("complex", output);
     }
-
-    // A complex element is two real ones, side by side.
-    template <class Real>
-    void extractPart(std::complex<Real> const* elements, long count, Real* part) const
-    {
-        if (output != OutputEnum::REAL && output != OutputEnum::IMAG) {
-            throwInvalidOutput("complex", output);
-        }
-        long const first = output == OutputEnum::IMAG ? 1 : 0;
-        quarna::loadRun(static_cast<void const*>(elements), first, count, 2, part);
+    if (!isComplex && output != OutputEnum::NONCOMPLEX) {
+        throwInvalidOutput("noncomplex", output);
     }
-};
+}
 
 }  // namespace
 
-quarna::data::Array QDArrayWrapper::extractContents(quarna::data::ArrayFactory& factory,
-                                                    OutputEnum output) const
+// A complex element is two real ones, side by side.
+LooseArray QDArrayWrapper::extractContents(OutputEnum output) const
 {
-    return quarna::data::apply_numeric_visitor(m_array, NonComplexVisitor{factory, output});
+    return data::visitElementType(type(), [&]<class T>(std::type_identity<T>) -> LooseArray {
+        using Real = RealPartOf<T>;
+        requireOutput(Complex<T>, output);
+        long const count = getNumberOfElements();
+        data::ArrayFactory factory;
+        auto buffer = factory.createBuffer<Real>(static_cast<std::size_t>(count));
+        loadRun(seenStore().elements(), output == OutputEnum::IMAG ? 1 : 0, count, Complex<T> ? 2 : 1,
+                buffer.get());
+        return {factory.createArrayFromBuffer<Real>({1, static_cast<std::size_t>(count)}, std::move(buffer)),
+                data::arrayTypeOf<Real>,
+                {1, count}};
+    });
 }
 
-quarna::data::Array QDArrayWrapper::noncomplex(quarna::data::ArrayFactory& factory) const
+LooseArray QDArrayWrapper::noncomplex() const
 {
-    return extractContents(factory, OutputEnum::NONCOMPLEX);
+    return extractContents(OutputEnum::NONCOMPLEX);
 }
 
-quarna::data::Array QDArrayWrapper::real(quarna::data::ArrayFactory& factory) const
+LooseArray QDArrayWrapper::real() const
 {
-    return extractContents(factory, OutputEnum::REAL);
+    return extractContents(OutputEnum::REAL);
 }
 
-quarna::data::Array QDArrayWrapper::imag(quarna::data::ArrayFactory& factory) const
+LooseArray QDArrayWrapper::imag() const
 {
-    return extractContents(factory, OutputEnum::IMAG);
+    return extractContents(OutputEnum::IMAG);
 }

@@ -1,99 +1,118 @@
-// The wrapper's core: what it derives from its data array, and index arithmetic.
+// The wrapper's core: its shape, where its elements lie, and who sees them.
 #include "wrapper/qd_array_wrapper.h"
 
-#include "vocabulary/arithmetic.h"
-#include "wrapper/apply_numeric_visitor.h"
+#include "data/array_factory.h"
+#include "data/element_dispatch.h"
+#include "elements/arithmetic.h"
 #include "wrapper/buffer_format.h"
-#include "wrapper/layout.h"
-#include "wrapper/mirror.h"
 
 #include <cassert>
-#include <cstddef>
 #include <cstring>
 #include <limits>
-#include <new>
 #include <type_traits>
 #include <utility>
+#include <vector>
+
+using namespace quarna;
 
 namespace {
 
-using quarna::data::ExceptionType;
+using data::ExceptionType;
 
-[[noreturn]] void throwTooManyElements()
+void requireThatItFits(bool fits)
 {
-    quarna::data::detail::throwIfError(static_cast<int>(ExceptionType::TooManyElements), {});
-    __builtin_unreachable();
-}
-
-long narrowed(std::size_t length)
-{
-    if (length > static_cast<std::size_t>(std::numeric_limits<long>::max())) {
-        throwTooManyElements();
+    if (!fits) {
+        data::detail::throwIfError(static_cast<int>(ExceptionType::TooManyElements), {});
     }
-    return static_cast<long>(length);
 }
 
-std::vector<long> shapeOf(quarna::data::Array const& array)
+std::vector<long> shapeOf(data::Array const& array)
 {
     std::vector<long> shape;
     for (std::size_t const length : array.dimensions()) {
-        shape.push_back(narrowed(length));
+        requireThatItFits(length <= static_cast<std::size_t>(std::numeric_limits<long>::max()));
+        shape.push_back(static_cast<long>(length));
     }
     return shape;
 }
 
-long elementSizeOf(quarna::data::Array const& array)
+// Reads trust the shape, so an array whose count contradicts it is not read at all.
+void requireSoundShape(data::Array const& array, std::span<long const> shape, data::ArrayType type)
 {
-    return quarna::data::visitElementType(
-        array.getType(), []<class T>(std::type_identity<T>) { return static_cast<long>(sizeof(T)); });
+    auto const count = checkedProduct(shape);
+    requireThatItFits(count && static_cast<std::size_t>(*count) == array.elementCount());
+    requireThatItFits(checkedProduct(*count, static_cast<long>(data::elementSize(type))).has_value());
 }
 
 }  // namespace
 
-quarna::MirrorBlock quarna::makeMirror(data::Array const& array, long sizeInBytes)
+QDArrayWrapper::QDArrayWrapper(Store&& store, data::ArrayType type, std::span<long const> shape, char order)
+    : m_type(static_cast<std::uint8_t>(type)), m_order(order), m_store(std::move(store)),
+      m_layout(shape, static_cast<long>(data::elementSize(type)), order)
+{}
+
+QDArrayWrapper::QDArrayWrapper(LooseArray&& array, char order)
+    : QDArrayWrapper(Store(std::move(array.array), array.type), array.type, array.shape, order)
+{}
+
+QDArrayWrapperPtr QDArrayWrapper::ofSeenArray(data::Array array)
 {
-    auto const size = static_cast<std::size_t>(sizeInBytes);
-    MirrorBlock mirror(std::malloc(size > 0 ? size : 1));
-    if (!mirror) {
-        throw std::bad_alloc();
-    }
-    if (size > 0) {
-        data::apply_numeric_visitor(array, [&](auto const& typed) {
-            std::memcpy(mirror.get(), static_cast<void const*>(typed.elements()), size);
-        });
-    }
-    return mirror;
+    data::ArrayType const type = array.getType();
+    auto const shape = shapeOf(array);
+    requireSoundShape(array, shape, type);
+    Store seen(std::move(array), type);
+    QDArrayWrapperPtr wrapper(new QDArrayWrapper(seen.copy(type), type, shape, 'F'));
+    wrapper->m_second.reset(new SecondStore{std::move(seen), true});
+    return wrapper;
 }
 
-QDArrayWrapper::QDArrayWrapper(quarna::data::Array&& array, char order)
-    : m_array(std::move(array)), m_order(order)
+long QDArrayWrapper::getNumberOfElements() const
 {
-    init();
-}
-
-QDArrayWrapper::QDArrayWrapper(quarna::data::Array const& array, char order) : m_array(array), m_order(order)
-{
-    init();
-}
-
-void QDArrayWrapper::init()
-{
-    m_shape = shapeOf(m_array);
-    m_elemSizeInBytes = elementSizeOf(m_array);
-    m_bytewiseStrides = quarna::contiguousStrides(m_shape, m_elemSizeInBytes, m_order);
-    m_numElems = narrowed(m_array.elementCount());
-    auto const size = quarna::checkedProduct(m_numElems, m_elemSizeInBytes);
-    // Reads trust the shape, so a library whose count contradicts it is not read at all.
-    if (!size || quarna::checkedProduct(m_shape) != m_numElems) {
-        throwTooManyElements();
-    }
-    m_bufferSizeInBytes = *size;
-    m_buf = quarna::makeMirror(m_array, m_bufferSizeInBytes);
+    return *checkedProduct(shape());
 }
 
 char* QDArrayWrapper::format() const
 {
-    return classid2format(m_array.getType());
+    return classid2format(type());
+}
+
+void* QDArrayWrapper::pinnedBuf()
+{
+    m_store.makeOwn(type());
+    m_isPinned = true;
+    return m_store.elements();
+}
+
+LooseArray QDArrayWrapper::snapshot() const
+{
+    return {m_isPinned ? m_store.copy(type()).array() : m_store.array(),
+            type(),
+            {shape().begin(), shape().end()}};
+}
+
+data::impl::ArrayImpl* QDArrayWrapper::seenHandle()
+{
+    if (!hasSeenStore()) {
+        makeSeenStore();
+    }
+    return m_second->store.array().handle();
+}
+
+// The block of a second place that is no longer seen is filled again, so that its address stays good.
+void QDArrayWrapper::makeSeenStore()
+{
+    data::ArrayFactory factory;
+    data::visitElementType(type(), [&]<class T>(std::type_identity<T>) {
+        auto const count = static_cast<std::size_t>(getNumberOfElements());
+        auto const kept = std::exchange(m_second, nullptr);
+        auto buffer = kept != nullptr ? data::TypedArray<T>(kept->store.takeArray()).release()
+                                      : factory.createBuffer<T>(count);
+        std::memcpy(static_cast<void*>(buffer.get()), buf(), count * sizeof(T));
+        std::vector<std::size_t> const lengths(shape().begin(), shape().end());
+        auto const layout = m_order == 'F' ? data::MemoryLayout::COLUMN_MAJOR : data::MemoryLayout::ROW_MAJOR;
+        data::Array array = factory.createArrayFromBuffer<T>(lengths, std::move(buffer), layout);
+        m_second.reset(new SecondStore{Store(std::move(array), type()), true});
+    });
 }
 
 void QDArrayWrapper::decrementExportCount()
@@ -104,25 +123,30 @@ void QDArrayWrapper::decrementExportCount()
 
 long QDArrayWrapper::getElementOffsetFromIndices(std::span<long const> indices) const
 {
-    if (indices.size() > m_shape.size()) {
+    if (indices.size() > shape().size()) {
         return -1;
     }
     long bytes = 0;
     for (std::size_t dimension = 0; dimension < indices.size(); ++dimension) {
         long distance = 0;
-        if (__builtin_mul_overflow(indices[dimension], m_bytewiseStrides[dimension], &distance) ||
+        if (__builtin_mul_overflow(indices[dimension], bytewiseStrides()[dimension], &distance) ||
             __builtin_add_overflow(bytes, distance, &bytes)) {
             return -1;
         }
     }
-    return bytes / m_elemSizeInBytes;
+    return bytes / getElementSizeInBytes();
 }
 
-long QDArrayWrapper::normalizedIndex(long index, long dimension) const
+void QDArrayWrapper::reshape(std::span<long const> dims, char order)
 {
-    long const length = m_shape[static_cast<std::size_t>(dimension)];
-    if (index < 0) {
-        return length + index;
+    Layout layout(dims, getElementSizeInBytes(), order);
+    // Nothing from here on can fail.
+    if (hasSeenStore()) {
+        std::swap(m_store, m_second->store);
+        m_second->isSeen = false;
+        m_isPinned = false;
     }
-    return index < length ? index : -999;
+    m_layout.swap(layout);
+    m_order = order;
+    ++m_reshapes;
 }

@@ -1,42 +1,45 @@
-// One data array in the shape of the buffer protocol: its dimensions, byte strides and a mirror of its elements.
+// One array in the shape of the buffer protocol: its dimensions, byte strides and elements.
 //
-// The mirror is a private copy of all element bytes. Reads go to it and cost no call into the library; a write
-// goes to the data array first and then to the mirror, at the same offset. The wrapper knows nothing of
-// subscripts. All arrays cut from one array share its wrapper.
+// An array that came from Python keeps its elements once. Python reads, writes and exports them where they lie, and
+// clones share them until one side writes or is exported. A second place begins where a native consumer can see it:
+// when the array's handle is given out, and at once for a handle that comes in. From then on a write goes to both, and
+// what a native consumer writes reaches Python at the next reshape, which makes the seen place the one that is read.
+//
+// A block whose address was given out stays where it is, as a consumer may hold the address for as long as it holds the
+// array. The wrapper knows nothing of subscripts. All arrays cut from one array share its wrapper, under the GIL.
 #pragma once
 
 #include "vocabulary/python.h"
 
-#include "data/array_factory.h"
+#include "elements/element_load.h"
+#include "elements/layout.h"
 #include "vocabulary/export.h"
+#include "wrapper/store.h"
 
-#include <cstdlib>
-#include <cstring>
+#include <boost/smart_ptr/intrusive_ptr.hpp>
+#include <boost/smart_ptr/intrusive_ref_counter.hpp>
+
+#include <cstdint>
 #include <iosfwd>
 #include <memory>
 #include <span>
-#include <vector>
 
 namespace quarna {
 
-/// The two places that hold the elements of a wrapper, both writable. A block from outside need not be aligned.
+/// The places that hold the elements of a wrapper, both its own. The second is null where there is but one.
 template <class T>
 struct WritableElements {
-    void* stored;
-    void* mirrored;
+    void* read;
+    void* seen;
 
     void set(long offset, T value) const
     {
-        for (void* const block : {stored, mirrored}) {
-            std::memcpy(static_cast<unsigned char*>(block) + offset * long{sizeof(T)}, &value, sizeof(T));
+        storeElementAt(read, offset, value);
+        if (seen != nullptr) {
+            storeElementAt(seen, offset, value);
         }
     }
 };
-
-struct FreeBlock {
-    void operator()(void* block) const { std::free(block); }
-};
-using MirrorBlock = std::unique_ptr<void, FreeBlock>;
 
 }  // namespace quarna
 
@@ -47,30 +50,51 @@ enum class OutputEnum : int { NONCOMPLEX = 0, REAL = 1, IMAG = 2 };
 
 }  // namespace QDArrayWrapperVisitors
 
-class QDArrayWrapper {
+class QDArrayWrapper;
+using QDArrayWrapperPtr = boost::intrusive_ptr<QDArrayWrapper>;
+
+/// Functions that throw, throw what the client layer throws, and std::bad_alloc; the wrapper is then as it was.
+class QDArrayWrapper : public boost::intrusive_ref_counter<QDArrayWrapper, boost::thread_unsafe_counter> {
 public:
-    /// Throw what the client layer throws, std::bad_alloc without memory for the mirror, TooManyElements if
-    /// the sizes do not fit 63 bits. The order is 'F', or 'C' for an array that is stored row-major.
-    QDArrayWrapper(quarna::data::Array&& array, char order);
-    QDArrayWrapper(quarna::data::Array const& array, char order);
+    /// An array that only Python holds. The order is 'F', or 'C' for an array that is stored row-major.
+    explicit QDArrayWrapper(quarna::LooseArray&& array, char order = 'F');
+
+    /// An array that a native consumer may hold, too. Throws TooManyElements if its sizes do not fit 63 bits, or if its
+    /// shape contradicts its count.
+    static QDArrayWrapperPtr ofSeenArray(quarna::data::Array array);
+
     QDArrayWrapper(QDArrayWrapper const&) = delete;
     QDArrayWrapper& operator=(QDArrayWrapper const&) = delete;
     ~QDArrayWrapper() = default;
 
-    quarna::data::Array const& array() const { return m_array; }
-    void* buf() const { return m_buf.get(); }
-    long getBufferSizeInBytes() const { return m_bufferSizeInBytes; }
-    long getNumberOfElements() const { return m_numElems; }
-    long getElementSizeInBytes() const { return m_elemSizeInBytes; }
-    int getNumberOfDimensions() const { return static_cast<int>(m_shape.size()); }
+    quarna::data::ArrayType type() const { return quarna::data::ArrayType{m_type}; }
+    long getElementSizeInBytes() const { return static_cast<long>(quarna::data::elementSize(type())); }
+    long getNumberOfElements() const;
+    long getBufferSizeInBytes() const { return getNumberOfElements() * getElementSizeInBytes(); }
+    int getNumberOfDimensions() const { return static_cast<int>(m_layout.shape().size()); }
+    std::span<long const> shape() const { return m_layout.shape(); }
+    std::span<long const> bytewiseStrides() const { return m_layout.strides(); }
     char getOrder() const { return m_order; }
-    int isReadOnly() const { return m_isReadOnly; }
-    std::vector<long> const& shape() const { return m_shape; }
-    long const* bytewiseStrides() const { return m_bytewiseStrides.data(); }
-    long const* suboffsets() const { return nullptr; }
+    int isReadOnly() const { return 1; }
 
-    /// The buffer format of the data array's type, as the library names it now; null for a type without one.
+    /// The buffer format of the elements; null for a type without one.
     char* format() const;
+
+    /// The elements that Python reads.
+    void const* buf() const { return m_store.elements(); }
+
+    /// The same at an address that stays for as long as the wrapper lives. Throws.
+    void* pinnedBuf();
+
+    /// The data array that is, or would be, native consumers' to see.
+    quarna::data::Array const& array() const { return seenStore().array(); }
+
+    /// The handle for native consumers, the same until the next reshape. Makes the place that they see. Throws.
+    quarna::data::impl::ArrayImpl* seenHandle();
+
+    /// The elements as they are now, for another array: shared as long as nobody writes, copied if this array's
+    /// address was given out. Throws.
+    quarna::LooseArray snapshot() const;
 
     long exportCount() const { return m_exports; }
     void incrementExportCount() { ++m_exports; }
@@ -83,49 +107,47 @@ public:
     /// than dimensions, and for a position beyond 63 bits. The indices are not held against the shape.
     long getElementOffsetFromIndices(std::span<long const> indices) const;
 
-    /// A negative index counted from the end, with no lower bound; -999 for an index at or past the length.
-    long normalizedIndex(long index, long dimension) const;
-
-    /// Both places of the elements, the data array detached from other holders. T is the element type; throws
-    /// ArrayTypeMismatch for another, and what the library's failure is, with nothing changed.
+    /// The places to write to, no longer shared with anyone. T is the element type. Throws.
     template <class T>
     quarna::WritableElements<T> writableElements();
 
-    /// Stores one element; false with RuntimeError set for a position outside the array.
+    /// Stores one element; false with RuntimeError set for a position outside the array. Throws.
     template <class T>
     bool setElementFromIndices(std::span<long const> indices, T value);
 
-    /// The element in the data array, past the mirror, as a new Python number; null and no exception for an
-    /// offset outside the array.
-    PyObject* getElementAsPyObjectFromElementOffset(long offset) const;
+    /// New dimensions with the same number of elements, which stay where they lie. Nothing is exported. Throws.
+    void reshape(std::span<long const> dims, char order);
 
-    /// New dimensions with the same number of elements, which stay in storage order. The data array and the
-    /// mirror are made anew; throws as the constructors do, and then the array is what it was.
-    void reshape(std::vector<long> const& dims, quarna::data::ArrayFactory& factory, char order,
-                 quarna::data::MemoryLayout layout);
-
-    /// A new 1-by-N array of real elements in storage order, read from the data array.
-    quarna::data::Array noncomplex(quarna::data::ArrayFactory& factory) const;
-    quarna::data::Array real(quarna::data::ArrayFactory& factory) const;
-    quarna::data::Array imag(quarna::data::ArrayFactory& factory) const;
+    /// A new 1-by-N array of real elements in storage order, read from array(). Throw; std::runtime_error if there is
+    /// no such part.
+    quarna::LooseArray noncomplex() const;
+    quarna::LooseArray real() const;
+    quarna::LooseArray imag() const;
 
     /// All state, for native code that looks for a fault.
     QUARNA_EXPORT void writeToOstream(std::ostream& stream) const;
 
 private:
-    void init();
-    quarna::data::Array extractContents(quarna::data::ArrayFactory& factory,
-                                        QDArrayWrapperVisitors::OutputEnum output) const;
+    struct SecondStore {
+        quarna::Store store;
+        bool isSeen;  // else it is kept because its address was given out, or is used again
+    };
 
-    quarna::data::Array m_array;
-    std::vector<long> m_shape;
-    std::vector<long> m_bytewiseStrides;
+    QDArrayWrapper(quarna::Store&& store, quarna::data::ArrayType type, std::span<long const> shape,
+                   char order);
+
+    bool hasSeenStore() const { return m_second != nullptr && m_second->isSeen; }
+    quarna::Store const& seenStore() const { return hasSeenStore() ? m_second->store : m_store; }
+    void makeSeenStore();
+    quarna::LooseArray extractContents(QDArrayWrapperVisitors::OutputEnum output) const;
+
+    // Behind the count of holders, four bytes long: small fields first leave no gap.
+    std::uint8_t m_type;
     char m_order;
-    int m_isReadOnly = 1;
+    bool m_isPinned = false;
+    quarna::Store m_store;
+    std::unique_ptr<SecondStore> m_second;
     long m_exports = 0;
     unsigned long m_reshapes = 0;
-    long m_numElems = 0;
-    long m_bufferSizeInBytes = 0;
-    long m_elemSizeInBytes = 0;
-    quarna::MirrorBlock m_buf;
+    quarna::Layout m_layout;
 };

@@ -7,29 +7,4 @@ PyObject* PyExc_IndexError = nullptr;
 PyObject* PyExc_RuntimeError = nullptr;
 
 void PyErr_SetString(PyObject*, const char*) {}
-
-PyObject* PyBool_FromLong(long)
-{
-    return nullptr;
-}
-
-PyObject* PyComplex_FromDoubles(double, double)
-{
-    return nullptr;
-}
-
-PyObject* PyFloat_FromDouble(double)
-{
-    return nullptr;
-}
-
-PyObject* PyLong_FromLong(long)
-{
-    return nullptr;
-}
-
-PyObject* PyLong_FromUnsignedLong(unsigned long)
-{
-    return nullptr;
-}
 }

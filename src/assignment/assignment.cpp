@@ -1,0 +1,150 @@
+// Assignment through subscripts.
+#include "assignment/assignment.h"
+
+#include "construction/nest_reader.h"
+#include "numbers/element_conversion.h"
+#include "vocabulary/errors.h"
+
+#include <algorithm>
+#include <complex>
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <vector>
+
+namespace quarna {
+
+namespace {
+
+/// Stores as many elements as there are on both sides, in nested order. All that can fail comes before the first.
+template <class T>
+void store(QDArrayWrapper& wrapper, StridedView const& target, std::span<T const> elements)
+{
+    auto next = elements.begin();
+    if (elements.empty() || target.count() == 0) {
+        return;
+    }
+    auto const writable = wrapper.writableElements<T>();
+    walkRuns(target, WalkOrder::Nested, [&](long offset, long length, long stride) {
+        long const count = std::min<long>(length, elements.end() - next);
+        for (long i = 0; i < count; ++i) {
+            writable.set(offset + i * stride, *next++);
+        }
+        return next != elements.end();
+    });
+}
+
+bool haveSameShape(StridedDimensions const& dimensions, std::vector<long> const& lengths)
+{
+    return std::equal(dimensions.begin(), dimensions.end(), lengths.begin(), lengths.end(),
+                      [](StridedDimension dimension, long length) { return dimension.length == length; });
+}
+
+template <class T>
+bool readRightSide(NestReader<T>& reader, QCppPyArray const& array, PyObject* value)
+{
+    unsigned long const reshapes = array.getQDAWrapper()->reshapeCount();
+    return reader.read(value, false) && array.requireReshapeCount(reshapes);
+}
+
+/// An integer with dimensions behind it, or a slice of the last dimension: both sides nest alike.
+template <class T, class Item>
+int setAlikeNest(QCppPyArray const& array, Item const& item, PyObject* value)
+{
+    NestReader<T> reader;
+    if (!readRightSide(reader, array, value)) {
+        return -1;
+    }
+    StridedView const target = array.selectionWith(item);
+    if (!haveSameShape(target.dimensions, reader.dims())) {
+        return refuse(
+            PyExc_ValueError,
+            "unable to perform assignment because the left and right sides have a different shape.");
+    }
+    store(*array.getQDAWrapper(), target, reader.elements());
+    return 0;
+}
+
+template <class T>
+int setItemViaFinalIntegerIndex(QCppPyArray const& array, long index, PyObject* value)
+{
+    auto const result = GetCValueFromPyObjFunctor<T>{}(value, false);
+    if (!result.value) {
+        return refuse(result.exceptionType, result.message.c_str());
+    }
+    boost::container::small_vector<long, 8> position;
+    for (long place = 0; place < array.getNumberOfIntegerIndicesSoFar(); ++place) {
+        position.push_back(array.integerAt(static_cast<std::size_t>(place)));
+    }
+    position.push_back(index);
+    bool const isSet =
+        array.getQDAWrapper()->setElementFromIndices<T>({position.data(), position.size()}, *result.value);
+    return isSet ? 0 : -1;
+}
+
+Refused refuseEmptySlice()
+{
+    return refuse(PyExc_ValueError, "slice is empty, but number of elements assigned is greater than zero.");
+}
+
+}  // namespace
+
+template <class T>
+int setItemsFromFinalOrNonFinalIntegerIndex(QCppPyArray const& array, long index, long length,
+                                            PyObject* value)
+{
+    IntegerIndexItem item{index};
+    if (!item.normalizeAgainstLength(length)) {
+        return refuseIndex(index);
+    }
+    if (!array.convertSliceAndIntegerToInteger(item)) {
+        return -1;
+    }
+    return array.nextIntegerIsFinal() ? setItemViaFinalIntegerIndex<T>(array, item.m_index, value)
+                                      : setAlikeNest<T>(array, item, value);
+}
+
+template <class T>
+int setIndividualElementsFromFlatSeqOfMultipleIntegerIndices(QCppPyArray const& array,
+                                                             SliceIndexItem const& item, PyObject* value)
+{
+    return setAlikeNest<T>(array, item, value);
+}
+
+template <class T>
+int setMultipleElementsFromNonFinalSliceIndex(QCppPyArray const& array, SliceIndexItem item, PyObject* value)
+{
+    NestReader<T> reader;
+    if (!readRightSide(reader, array, value)) {
+        return -1;
+    }
+    if (reader.elements().empty()) {
+        return item.isEmpty() ? 0 : refuse(PyExc_ValueError, "slice is nonempty but values are empty.");
+    }
+    if (item.isEmpty()) {
+        return refuseEmptySlice();
+    }
+    if (!array.convertSliceAndSliceToSlice(item)) {
+        return -1;
+    }
+    if (item.isEmpty()) {
+        return refuseEmptySlice();
+    }
+    StridedView const target = array.selectionWith(item);
+    store(*array.getQDAWrapper(), target, reader.elements());
+    if (target.count() != static_cast<long>(reader.elements().size())) {
+        return refuse(PyExc_ValueError, "length of slice does not match number of elements.");
+    }
+    return 0;
+}
+
+#define QUARNA_ARRAY_TYPE(number, name, element)                                                        \
+    template int setItemsFromFinalOrNonFinalIntegerIndex<element>(QCppPyArray const&, long, long,       \
+                                                                  PyObject*);                           \
+    template int setIndividualElementsFromFlatSeqOfMultipleIntegerIndices<element>(                     \
+        QCppPyArray const&, SliceIndexItem const&, PyObject*);                                          \
+    template int setMultipleElementsFromNonFinalSliceIndex<element>(QCppPyArray const&, SliceIndexItem, \
+                                                                    PyObject*);
+#include "data/array_types.def"
+
+}  // namespace quarna
