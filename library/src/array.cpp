@@ -5,9 +5,11 @@
 #include "operations.h"
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <new>
 #include <utility>
 
 namespace quarna::library {
@@ -15,16 +17,32 @@ namespace quarna::library {
 namespace {
 
 // A dimension of length 0 comes first: beside it no other length is too large.
-std::size_t elementCount(Shape const& dimensions)
+std::size_t elementCount(Shape shape)
 {
-    if (std::find(dimensions.begin(), dimensions.end(), 0U) != dimensions.end()) {
+    if (std::find(shape.begin(), shape.end(), 0U) != shape.end()) {
         return 0;
     }
     std::size_t count = 1;
-    for (std::size_t const length : dimensions) {
+    for (std::size_t const length : shape) {
         require(!__builtin_mul_overflow(count, length, &count), Code::TooManyElements);
     }
     return count;
+}
+
+// The memory comes first: no list of dimensions is read that is longer than any memory.
+ArrayOwner makeArrayWithoutBlock(std::int32_t type, Shape shape, Layout layout)
+{
+    std::size_t bytes = 0;
+    if (__builtin_mul_overflow(shape.size(), sizeof(std::size_t), &bytes) ||
+        __builtin_add_overflow(bytes, sizeof(quarna_array), &bytes)) {
+        throw std::bad_alloc();
+    }
+    ArrayOwner array(new (::operator new(bytes))
+                         quarna_array{Block(nullptr, nullptr), 0, shape.size(), type, layout});
+    std::copy(shape.begin(), shape.end(), array->lengths());
+    array->count = elementCount(shape);
+    byteCount(type, array->count);  // refuses what cannot be addressed
+    return array;
 }
 
 Block copyElements(quarna_array const& array)
@@ -39,43 +57,50 @@ Block copyElements(quarna_array const& array)
 
 Block handOver(quarna_array& array)
 {
-    array.dimensions.clear();
+    array.dimensionCount = 0;
     array.count = 0;
     return std::move(array.block);
 }
 
 }  // namespace
 
-Shape copyShape(std::size_t const* dimensions, std::size_t count)
+void DeleteArray::operator()(quarna_array* array) const
+{
+    array->~quarna_array();
+    ::operator delete(array);
+}
+
+Shape shapeFrom(std::size_t const* dimensions, std::size_t count)
 {
     require(dimensions != nullptr || count == 0);
-    return count == 0 ? Shape() : Shape(dimensions, dimensions + count);
+    return {dimensions, count};
 }
 
-std::unique_ptr<quarna_array> makeArray(std::int32_t type, Shape dimensions, Block block, Layout layout)
+ArrayOwner makeArray(std::int32_t type, Shape shape, Block block, Layout layout)
 {
-    std::size_t const count = elementCount(dimensions);
-    byteCount(type, count);  // refuses what cannot be addressed
-    return std::unique_ptr<quarna_array>(
-        new quarna_array{type, std::move(dimensions), count, std::move(block), layout});
+    ArrayOwner array = makeArrayWithoutBlock(type, shape, layout);
+    array->block = std::move(block);
+    return array;
 }
 
-std::unique_ptr<quarna_array> makeZeroedArray(std::int32_t type, Shape dimensions)
+ArrayOwner makeZeroedArray(std::int32_t type, Shape shape)
 {
-    Block block = newZeroedBlock(byteCount(type, elementCount(dimensions)));
-    return makeArray(type, std::move(dimensions), std::move(block));
+    ArrayOwner array = makeArrayWithoutBlock(type, shape, Layout::ColumnMajor);
+    array->block = newZeroedBlock(byteCount(type, array->count));
+    return array;
 }
 
 quarna_array* operations::create_empty_array() noexcept
 {
     quarna_array* array = nullptr;
-    answer(&array, [] { return makeZeroedArray(QUARNA_TYPE_DOUBLE, {0, 0}).release(); });
+    answer(&array,
+           [] { return makeZeroedArray(QUARNA_TYPE_DOUBLE, std::array<std::size_t, 2>{}).release(); });
     return array;
 }
 
 void operations::destroy_array(quarna_array* array) noexcept
 {
-    delete array;
+    ArrayOwner const owner(array);
 }
 
 int operations::get_dimensions(quarna_array const* array, std::size_t* dimension_count,
@@ -83,10 +108,10 @@ int operations::get_dimensions(quarna_array const* array, std::size_t* dimension
 {
     int const code = answer(dimension_count, [&] {
         require(array != nullptr && dimensions != nullptr);
-        return array->dimensions.size();
+        return array->dimensionCount;
     });
     if (dimensions != nullptr) {
-        *dimensions = code == 0 ? array->dimensions.data() : nullptr;
+        *dimensions = code == 0 ? array->shape().data() : nullptr;
     }
     return code;
 }
@@ -122,7 +147,7 @@ bool operations::unshare(quarna_array const* array, bool sole_holder, quarna_arr
         require(array != nullptr && array->block != nullptr);
         return sole_holder
                    ? nullptr
-                   : makeArray(array->type, array->dimensions, copyElements(*array), array->layout).release();
+                   : makeArray(array->type, array->shape(), copyElements(*array), array->layout).release();
     });
     return code != 0 || !sole_holder;
 }

@@ -7,11 +7,11 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
-#include <vector>
+#include <span>
 
 namespace quarna::library {
 
-using Shape = std::vector<std::size_t>;
+using Shape = std::span<std::size_t const>;
 
 enum class Layout : std::int32_t {
     ColumnMajor = QUARNA_LAYOUT_COLUMN_MAJOR,
@@ -22,25 +22,36 @@ enum class Layout : std::int32_t {
 
 /// The sole owner of its block. Whoever counts the holders of an array says at each call whether it has but
 /// one; the array itself does not know. After its block was handed over it has no elements and no dimensions.
+/// The lengths of its dimensions lie behind it in the same memory.
 struct quarna_array {
-    std::int32_t type;
-    quarna::library::Shape dimensions;
-    std::size_t count;
     quarna::library::Block block;
+    std::size_t count;
+    std::size_t dimensionCount;
+    std::int32_t type;
     quarna::library::Layout layout;
+
+    std::size_t* lengths() { return reinterpret_cast<std::size_t*>(this + 1); }
+    quarna::library::Shape shape() const
+    {
+        return {reinterpret_cast<std::size_t const*>(this + 1), dimensionCount};
+    }
 };
 
 namespace quarna::library {
 
-/// A copy of a list of dimensions. Throws SystemError if there is no list, std::bad_alloc.
-Shape copyShape(std::size_t const* dimensions, std::size_t count);
+struct DeleteArray {
+    void operator()(quarna_array* array) const;
+};
+using ArrayOwner = std::unique_ptr<quarna_array, DeleteArray>;
+
+/// A list of dimensions. Throws SystemError if there is no list.
+Shape shapeFrom(std::size_t const* dimensions, std::size_t count);
 
 /// The array that owns the block. Throws SystemError for a bad type, TooManyElements for a shape whose elements
 /// no size_t counts, or their bytes no ptrdiff_t, std::bad_alloc; the block is then freed.
-std::unique_ptr<quarna_array> makeArray(std::int32_t type, Shape dimensions, Block block,
-                                        Layout layout = Layout::ColumnMajor);
+ArrayOwner makeArray(std::int32_t type, Shape shape, Block block, Layout layout = Layout::ColumnMajor);
 
 /// The array of that shape with all elements 0. Throws as above.
-std::unique_ptr<quarna_array> makeZeroedArray(std::int32_t type, Shape dimensions);
+ArrayOwner makeZeroedArray(std::int32_t type, Shape shape);
 
 }  // namespace quarna::library

@@ -3,6 +3,7 @@
 #include "element_type.h"
 #include "operations.h"
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -40,7 +41,7 @@ int operations::create_array(quarna_factory* factory, std::int32_t type, std::si
 {
     return answer(array, [&] {
         require(factory != nullptr);
-        return makeZeroedArray(type, copyShape(dimensions, dimension_count)).release();
+        return makeZeroedArray(type, shapeFrom(dimensions, dimension_count)).release();
     });
 }
 
@@ -52,7 +53,7 @@ int operations::create_scalar(quarna_factory* factory, std::int32_t type, void c
         std::size_t const size = elementSize(type);
         Block block = newBlock(size);
         std::memcpy(block.get(), value, size);
-        return makeArray(type, {1, 1}, std::move(block)).release();
+        return makeArray(type, std::array<std::size_t, 2>{1, 1}, std::move(block)).release();
     });
 }
 
@@ -87,7 +88,7 @@ int operations::adopt_buffer_in_order(quarna_factory* factory, std::int32_t type
     Block adopted(deleter != nullptr ? block : nullptr, deleter);
     return answer(array, [&] {
         require(factory != nullptr && adopted != nullptr);
-        return makeArray(type, copyShape(dimensions, dimension_count), std::move(adopted), layoutFrom(layout))
+        return makeArray(type, shapeFrom(dimensions, dimension_count), std::move(adopted), layoutFrom(layout))
             .release();
     });
 }

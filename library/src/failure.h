@@ -4,7 +4,6 @@
 #include "quarna_data_array/numbers.h"
 
 #include <new>
-#include <stdexcept>
 
 namespace quarna::library {
 
@@ -38,8 +37,6 @@ int answer(Work work) noexcept
         return static_cast<int>(failure.code);
     } catch (std::bad_alloc const&) {
         return static_cast<int>(Code::OutOfMemory);
-    } catch (std::length_error const&) {
-        return static_cast<int>(Code::OutOfMemory);  // a list of dimensions longer than any memory
     } catch (...) {
         return static_cast<int>(Code::SystemError);
     }
