@@ -82,10 +82,14 @@ def selection(held, key, length):
 
 
 class Store:
-    """What the arrays of a family share: a shape, and the elements with the first index running fastest."""
+    """What the arrays of a family share: a shape, and the elements with the first index running fastest. `data` is
+    what native code sees: it writes there alone, and Python sees what it wrote only after a reshape."""
+
+    exports, handle = 0, None     # handle: of the data array, where native code has one
+    shared = False                # whether the object that was cloned may hold the data array too, until a write
 
     def __init__(self, shape, elements, flat=False):
-        self.shape, self.elements, self.reshapes = tuple(shape), list(elements), 0
+        self.shape, self.elements, self.data, self.reshapes = tuple(shape), list(elements), list(elements), 0
         if not flat:
             self.write(itertools.product(*map(range, shape)), elements)
 
@@ -94,10 +98,13 @@ class Store:
 
     def write(self, positions, elements):
         for position, element in zip(positions, elements):
-            self.elements[self.offset(position)] = element
+            self.elements[self.offset(position)] = self.data[self.offset(position)] = element
+            self.shared, self.handle = False, None if self.shared else self.handle
 
 
 class Array:
+    handle = None                 # of a partial array's copy, where native code has one
+
     def __init__(self, row, initializer=None, size=None, is_complex=False, store=None, integers=(), held=None):
         if is_complex and row.name == "logical":
             raise TypeError("logical arrays must not be complex.")
@@ -180,15 +187,29 @@ class Array:
         if product(lengths) != len(self.store.elements):
             raise ShapeError("number of elements specified by arguments to reshape() (%d) does not match "
                              "current number (%d)." % (product(lengths), len(self.store.elements)))
+        if self.store.exports:
+            raise BufferError("existing exports of data: the array cannot be reshaped.")
         self.store.shape, self.store.reshapes = trimmed(lengths), self.store.reshapes + 1
+        self.store.elements, self.store.handle = list(self.store.data), None
         return self
 
-    def clone(self):
-        """A copy of what the first clone found."""
+    def gather(self, as_row=False):
+        """A copy of what the first gather found, in the shape that it asked for."""
         if self.cache is None:
             elements, lengths = flatten(self.tolist(), lambda element: element)
+            lengths = (1,) + lengths if as_row and len(lengths) == 1 else lengths
             self.cache = lengths if elements else (0,) + self.store.shape[1:], elements
-        return Array(self.row, None, None, self.is_complex, Store(*self.cache))
+        return Store(*self.cache)
+
+    def clone(self):
+        copied = Array(self.row, None, None, self.is_complex, self.gather())
+        copied.store.shared = True
+        return copied
+
+    def parts(self, take):
+        """A row of what is taken from each element, as native code sees them."""
+        elements = [take(element) for element in self.store.data]
+        return Array(self.row, store=Store((1, len(elements)), elements, flat=True), integers=(0,))
 
     def __eq__(self, other):
         return isinstance(other, Array) and self.row == other.row and self.tolist() == other.tolist()

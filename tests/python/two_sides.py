@@ -1,0 +1,171 @@
+"""Runs programs on module and model that tell what Python sees of an array from what native code sees."""
+
+import ctypes
+import gc
+import struct
+
+import model
+from helpers import NAMES, array_of_handle, handle_contents, handle_of_array, new_handle, outcome
+from test_buffer import View, export
+
+ROWS = {row.name: row for row in model.ROWS}
+KINDS = dict(zip(ROWS, (3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 0)))
+STRIDES = 0x18  # what a request asks for: complex arrays have no format to give
+ASKED = "asked for, not seen yet"
+
+
+def packed(row, is_complex, elements):
+    """The bytes of elements as they are stored."""
+    parts = [part for one in elements for part in ((one.real, one.imag) if is_complex else (one,))]
+    return struct.pack("={}{}".format(len(parts), row.format), *parts)
+
+
+class Ours:
+    """What programs call beside the classes, for the module. An export lasts as long as it has a name."""
+
+    class export:
+        def __init__(self, array):
+            self.view = View()
+            export(array, self.view, STRIDES)
+
+        def __del__(self):
+            ctypes.pythonapi.PyBuffer_Release(ctypes.byref(self.view))
+
+    def handle(array):
+        assert handle_of_array(array) == handle_of_array(array)
+
+    def handed(name, shape, elements):
+        """A new array over a handle from outside."""
+        start, row = new_handle(KINDS[name], shape), ROWS[name]
+        address = handle_contents(start, row.bytes)[2]
+        ctypes.memmove(address, packed(row, False, elements), row.bytes * len(elements))
+        made = array_of_handle(start)
+        assert handle_of_array(made) == start
+        return made
+
+    def poke(array, place, number):
+        """Writes an element behind the handle of an array, as native code that holds it may."""
+        address = handle_contents(handle_of_array(array), array.itemsize)[2]
+        element = packed(ROWS[type(array).__name__], array._is_complex, [number])
+        ctypes.memmove(address + place * array.itemsize, element, array.itemsize)
+
+    def parts(array):
+        return array.real() if array._is_complex else array.noncomplex()
+
+    def collect():
+        gc.collect()
+
+
+class Skip(Exception):
+    """The model's answer to a line that native code must not do, or that means nothing."""
+
+
+def is_full(array):
+    return not array.integers and array.held is None
+
+
+def needs_array(function):
+    def checked(array, *rest):
+        if not isinstance(array, model.Array):
+            raise Skip
+        return function(array, *rest)
+
+    return checked
+
+
+class ModelExport:
+    address = None
+
+    def __init__(self, array):
+        self.array, self.store = array, array.store
+        self.store.exports += 1
+
+    def __del__(self):
+        self.store.exports -= 1
+
+
+class Theirs:
+    """The same for the model, where a `handle` is None until native code knows it."""
+
+    export = needs_array(ModelExport)
+
+    @needs_array
+    def handle(array):
+        if is_full(array):
+            array.store.handle = array.store.handle or ASKED
+        else:
+            array.gather(as_row=True)
+            array.handle = array.handle or ASKED
+
+    def handed(name, shape, elements):
+        made = model.Array(ROWS[name], elements, shape)
+        made.store.handle = ASKED
+        return made
+
+    @needs_array
+    def poke(array, place, number):
+        if not is_full(array) or array.store.shared or place >= len(array.store.data):
+            raise Skip
+        array.store.data[place], array.store.handle = array.element(True, number), array.store.handle or ASKED
+
+    @needs_array
+    def parts(array):
+        return array.parts(lambda element: element.real if array.is_complex else element)
+
+    def collect():
+        pass
+
+
+def functions(side):
+    return {name: getattr(side, name) for name in vars(side) if not name.startswith("_")}
+
+
+class Run:
+    """A program as far as it has come, on the module and on the model."""
+
+    def __init__(self, lines):
+        self.ours, self.theirs = dict(NAMES, **functions(Ours)), dict(model.NAMESPACE, **functions(Theirs))
+        self.lines = []
+        for code in lines:
+            self.step(code)
+
+    def step(self, code):
+        self.lines.append(code)
+        expected = outcome(code, self.theirs)
+        if expected != ("Skip", ""):
+            self.same(code, outcome(code, self.ours), expected)
+            self.check()
+
+    def same(self, what, ours, theirs):
+        assert ours == theirs, "\n".join(self.lines + ["    {}: {!r}, not {!r}".format(what, ours, theirs)])
+
+    def check(self):
+        """Whether all that has a name is what the model says."""
+        for name, value in list(self.theirs.items()):
+            if isinstance(value, ModelExport):
+                view = self.ours[name].view
+                value.address = value.address or view.buf
+                seen = view.buf, (tuple(view.shape[: view.ndim]), ctypes.string_at(view.buf, view.len))
+                right = stored(value.array, value.store.shape, value.store.elements)
+                self.same(name, seen, (value.address, right))
+                self.check_handle(name, value.array, value.store)
+            elif isinstance(value, model.Array):
+                self.same(name, outcome(name, self.ours), outcome(name, self.theirs))
+                for owner in (value.store, value):
+                    if owner.handle and (owner is value or is_full(value)):
+                        again = handle_of_array(self.ours[name])
+                        owner.handle = again if owner.handle is ASKED else owner.handle
+                        self.same("handle of " + name, again, owner.handle)
+                    self.check_handle(name, value, owner)
+
+    def check_handle(self, name, array, owner):
+        """What native code sees, as long as anything of the family lives."""
+        if owner.handle not in (None, ASKED):
+            store = owner if owner is array.store else array.gather()
+            size = len(packed(array.row, array.is_complex, [0]))
+            seen = handle_contents(owner.handle, size)[:2]
+            self.same("behind the handle of " + name, seen, stored(array, store.shape, store.data))
+
+
+def stored(array, shape, elements):
+    return tuple(shape), packed(array.row, array.is_complex, elements)
