@@ -27,6 +27,7 @@ python-test:
 
 bench: build
 	@tools/run "$$(tools/environment)" benchmarks/bench.py
+	@tools/run "$$(tools/environment)" benchmarks/memory.py
 
 lint:
 	@tools/lint
