@@ -40,7 +40,8 @@ typedef struct {
      *
      * Borrowed: do not destroy the handle. It is good while you hold a reference to the object, and for a full
      * array until Python code reshapes the array, or writes to it while somebody else holds its data array too.
-     * Only read from it: the array object would not see what you write. */
+     * Only read from it: the array object would not see what you write before it is reshaped. From the first
+     * request on, a full array keeps its elements twice. */
     void* (*to_data_array)(PyObject* array);
 } quarna_api;
 

@@ -2,8 +2,10 @@
 #include "assignment/assignment.h"
 
 #include "construction/nest_reader.h"
+#include "elements/strided_view.h"
 #include "numbers/element_conversion.h"
 #include "vocabulary/errors.h"
+#include "wrapper/qd_array_wrapper.h"
 
 #include <algorithm>
 #include <complex>

@@ -2,6 +2,7 @@
 #include "compare_and_text/equality.h"
 
 #include "elements/element_load.h"
+#include "wrapper/qd_array_wrapper.h"
 
 #include <algorithm>
 #include <cmath>

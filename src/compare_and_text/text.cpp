@@ -2,6 +2,7 @@
 #include "compare_and_text/text.h"
 
 #include "elements/element_load.h"
+#include "wrapper/qd_array_wrapper.h"
 
 #include <algorithm>
 #include <array>

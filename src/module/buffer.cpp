@@ -2,6 +2,7 @@
 #include "module/slots.h"
 #include "vocabulary/errors.h"
 #include "vocabulary/references.h"
+#include "wrapper/qd_array_wrapper.h"
 
 namespace quarna {
 

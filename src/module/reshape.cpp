@@ -4,6 +4,7 @@
 #include "module/slots.h"
 #include "vocabulary/errors.h"
 #include "vocabulary/references.h"
+#include "wrapper/qd_array_wrapper.h"
 
 #include <limits>
 #include <optional>
