@@ -89,8 +89,9 @@ def test_no_elements_beside_lengths_of_any_size():
             agrees(empty)
             if size[0]:
                 assert empty[2 ** 59 - 1].size == empty[-1].size == size[1:]
-                refuses("str(a)", MemoryError, a=empty)
                 refuses("a.reshape(2, 3)", NAMES["ShapeError"], a=empty)
+            if size[0] == 2 ** 62:
+                refuses("str(a)", MemoryError, a=empty)
 
 
 def test_elements_in_memory_of_any_alignment():
