@@ -135,10 +135,11 @@ bool QCppPyArray::gatherOnce(bool asRowVector)
         return indicesAreEmpty() ? gatherAll<T>(*m_wrapper, selection())
                                  : gather<T>(*m_wrapper, selection(), asRowVector);
     });
-    if (elements) {
-        m_gathered.reset(new Gathered{*std::move(elements), false});
+    if (!elements) {
+        return false;
     }
-    return elements.has_value();
+    m_gathered.reset(new Gathered{*std::move(elements), false});
+    return true;
 }
 
 QDArrayWrapperPtr QCppPyArray::wrapperOfGathered()

@@ -13,9 +13,11 @@ void setError(PyObject* exceptionClass, const char* text);
 
 /// What a function returns when it has set an exception: false, -1 or null.
 struct Refused {
+    // NOLINTBEGIN(google-explicit-constructor): to become a result is all that it is for.
     operator bool() const { return false; }
     operator int() const { return -1; }
     operator PyObject*() const { return nullptr; }
+    // NOLINTEND(google-explicit-constructor)
 };
 
 inline Refused refuse(PyObject* exceptionClass, const char* text)

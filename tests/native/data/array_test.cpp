@@ -167,6 +167,7 @@ TEST(Refusals, OfAHandleThatWasMovedFromAreNotForWantOfMemory)
 {
     auto array = filledArray<std::complex<float>>({2});
     auto const other = std::move(array);
+    // NOLINTBEGIN(bugprone-use-after-move): it is what is tested.
     for (auto const& work : {std::function<void()>([&] { array.writableElements(); }),
                              {[&] { std::as_const(array).elements(); }},
                              {[&] { array[0]; }},
@@ -174,6 +175,7 @@ TEST(Refusals, OfAHandleThatWasMovedFromAreNotForWantOfMemory)
                              {[&] { array.getType(); }}}) {
         EXPECT_EQ(messageOf(work), "System Error.");
     }
+    // NOLINTEND(bugprone-use-after-move)
 }
 
 TEST(Optional, RowMajorBuffersNeedTheNewerOperation)
