@@ -134,3 +134,14 @@ def test_large_arrays(half):
     array[1][-1] = 200
     assert array.buffer_info()[1] == 2 * half == memoryview(array).nbytes
     assert array[1][half - 1] == 200 and list(array[1][half - 5:]) == [0, 0, 0, 0, 200] and array[0][half - 1] == 0
+
+
+@pytest.mark.parametrize("code, text, kind", [
+    ("OutOfMemory", NO_MEMORY % (2, "double"), MemoryError), ("TooManyElements", NO_MEMORY % (2, "double"), MemoryError),
+    ("DataTypeMismatch", "Data type mismatch.", RuntimeError), ("SystemError", "System Error.", RuntimeError),
+])
+def test_only_exhausted_memory_is_a_memory_error(code, text, kind, script):
+    for call in ("double([1, 2])", "double([[1], [2]])", "double(vector=[1, 2])", "double([1, 2], size=(2, 1))", "double(size=(2, 1))"):
+        script.fail("create_array" if call == "double(size=(2, 1))" else "create_buffer", code)
+        refuses(call, kind, text)
+        script.reset()

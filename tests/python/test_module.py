@@ -165,6 +165,13 @@ except made.ShapeError: print(seen)
 """ % module.__file__)) > 100
 
 
+def test_a_second_initialisation_has_the_classes_of_the_first():
+    second = ctypes.PYFUNCTYPE(ctypes.py_object)(("PyInit_" + module.__name__, ctypes.PyDLL(module.__file__)))()
+    assert second is not module
+    assert all(getattr(second, name) is getattr(module, name) for name in NAMES)
+    refuses("double([1, 2], size=(2, 2))", module.ShapeError)
+
+
 def test_what_the_module_needs_itself_stays_when_its_names_are_gone():
     assert run("""
 import gc, quarna, quarnamultidimarrayforpython as module
