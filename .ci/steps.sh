@@ -1,4 +1,3 @@
-#!/bin/bash
 # Steps that share nothing, two at a time, each with half of the processors. What a step prints goes to a log,
 # which is shown whole if the step fails. Source this, call step for each, then report.
 

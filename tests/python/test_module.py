@@ -145,12 +145,12 @@ def test_classes_of_an_import_that_failed_refuse():
         pytest.skip("this CPython crashes over a type whose making failed for want of memory")
     assert int(run("""
 import _imp, _testcapi, array, importlib.util
-spec = importlib.util.spec_from_file_location("quarnamultidimarrayforpython", %r)
+found = importlib.util.spec_from_file_location("quarnamultidimarrayforpython", %r)
 made, seen, first = None, 0, 0
 while made is None:
     try:
         _testcapi.set_nomemory(first, 0)
-        try: made = _imp.create_dynamic(spec)
+        try: made = _imp.create_dynamic(found)
         finally: _testcapi.remove_mem_hooks()
     except (MemoryError, SystemError, RuntimeError, ImportError): pass
     first += 1
