@@ -9,6 +9,7 @@
 #include <complex>
 #include <concepts>
 #include <cstddef>
+#include <cstring>
 #include <limits>
 #include <optional>
 #include <type_traits>
@@ -70,6 +71,36 @@ bool numbersAreEqual(Left left, Right right)
     }
 }
 
+// Whether Python calls two elements equal exactly if they have the same bytes.
+template <class T>
+inline constexpr bool bytesDecide = Integer<T> ||
+                                    (ComplexInteger<T> &&
+                                     sizeof(RealPartOf<T>) < 8);  // larger parts are compared as doubles
+
+/// Two runs of elements with their strides. Some elements are compared at a time, without a way out between them, which
+/// compilers turn into vector instructions.
+template <class Left, class Right>
+bool runsAreEqual(void const* left, long leftStride, void const* right, long rightStride, long length)
+{
+    constexpr long atATime = 64;
+    if constexpr (std::same_as<Left, Right> && bytesDecide<Left>) {
+        if (leftStride == 1 && rightStride == 1) {
+            return std::memcmp(left, right, static_cast<std::size_t>(length) * sizeof(Left)) == 0;
+        }
+    }
+    for (long start = 0; start < length; start += atATime) {
+        bool equal = true;
+        for (long i = start; i < std::min(start + atATime, length); ++i) {
+            equal &= numbersAreEqual(loadElementAt<Left>(left, i * leftStride),
+                                     loadElementAt<Right>(right, i * rightStride));
+        }
+        if (!equal) {
+            return false;
+        }
+    }
+    return true;
+}
+
 template <class Left, class Right>
 bool elementsAreEqual(QCppPyArray const& left, StridedView const& leftView, QCppPyArray const& right,
                       StridedView const& rightView)
@@ -79,13 +110,10 @@ bool elementsAreEqual(QCppPyArray const& left, StridedView const& leftView, QCpp
     RunCursor leftRun(leftView, WalkOrder::Stored);
     RunCursor rightRun(rightView, WalkOrder::Stored);
     do {
-        for (long i = 0; i < leftRun.run().length; ++i) {
-            long const leftOffset = leftRun.offset() + i * leftRun.run().stride;
-            long const rightOffset = rightRun.offset() + i * rightRun.run().stride;
-            if (!numbersAreEqual(loadElementAt<Left>(leftBlock, leftOffset),
-                                 loadElementAt<Right>(rightBlock, rightOffset))) {
-                return false;
-            }
+        if (!runsAreEqual<Left, Right>(addressAt<Left>(leftBlock, leftRun.offset()), leftRun.run().stride,
+                                       addressAt<Right>(rightBlock, rightRun.offset()), rightRun.run().stride,
+                                       leftRun.run().length)) {
+            return false;
         }
         rightRun.advance();
     } while (leftRun.advance());

@@ -10,7 +10,6 @@
 #include <cmath>
 #include <concepts>
 #include <cstddef>
-#include <memory>
 #include <new>
 #include <optional>
 #include <string>
@@ -21,31 +20,49 @@ namespace quarna {
 
 namespace {
 
-struct FreePythonText {
-    void operator()(char* text) const { PyMem_Free(text); }
-};
+enum class Sign { OfNegatives, Always };
 
-// The digits of Python's repr: the shortest that read back as the same double.
-void appendDouble(std::string& text, double number, int flags)
+// The digits of Python's repr: the shortest that read back as the same double, with an exponent for the very small and
+// the very large.
+void appendDouble(std::string& text, double number, Sign sign)
 {
-    std::unique_ptr<char, FreePythonText> const digits(PyOS_double_to_string(number, 'r', 0, flags, nullptr));
-    if (!digits) {
-        throw std::bad_alloc();
+    double const size = std::fabs(number);
+    if (sign == Sign::Always && (std::isnan(number) || !std::signbit(number))) {
+        text += '+';
     }
-    text += digits.get();
+    if (std::isnan(number)) {
+        text += "nan";
+        return;
+    }
+    bool const isPlain = size == 0.0 || (size >= 1e-4 && size < 1e16);
+    std::array<char, 32> digits;
+    auto const end = std::to_chars(digits.begin(), digits.end(), number,
+                                   isPlain ? std::chars_format::fixed : std::chars_format::scientific)
+                         .ptr;
+    text.append(digits.begin(), end);
+}
+
+// A float shows that it is none of the ints.
+void appendFloat(std::string& text, double number)
+{
+    std::size_t const start = text.size();
+    appendDouble(text, number, Sign::OfNegatives);
+    if (text.find_first_not_of("-0123456789", start) == std::string::npos) {
+        text += ".0";
+    }
 }
 
 // A real part of +0.0 is left out with its parentheses, one of -0.0 is not.
 void appendComplex(std::string& text, double real, double imaginary)
 {
     if (real == 0.0 && !std::signbit(real)) {
-        appendDouble(text, imaginary, 0);
+        appendDouble(text, imaginary, Sign::OfNegatives);
         text += 'j';
         return;
     }
     text += '(';
-    appendDouble(text, real, 0);
-    appendDouble(text, imaginary, Py_DTSF_SIGN);
+    appendDouble(text, real, Sign::OfNegatives);
+    appendDouble(text, imaginary, Sign::Always);
     text += "j)";
 }
 
@@ -57,7 +74,7 @@ void appendNumber(std::string& text, T number)
     } else if constexpr (Logical<T>) {
         text += number ? "True" : "False";
     } else if constexpr (std::floating_point<T>) {
-        appendDouble(text, static_cast<double>(number), Py_DTSF_ADD_DOT_0);
+        appendFloat(text, static_cast<double>(number));
     } else {
         using Printed = std::conditional_t<std::is_signed_v<T>, long, unsigned long>;
         std::array<char, 24> digits{};
