@@ -3,11 +3,13 @@
 
 #include "construction/allocation.h"
 #include "construction/buffer_elements.h"
+#include "construction/plain_row.h"
 #include "construction/sequences.h"
 #include "data/element_dispatch.h"
 #include "elements/arithmetic.h"
 #include "elements/element_load.h"
 #include "indexing/array_source.h"
+#include "numbers/plain_number.h"
 #include "vocabulary/errors.h"
 #include "vocabulary/python_values.h"
 #include "vocabulary/recursion.h"
@@ -118,16 +120,36 @@ bool NestReader<T>::takeSequence(PyObject* sequence)
     if (BufferElements const buffer(sequence); buffer.source()) {
         return takeElements(*buffer.source());
     }
-    return walkSequence(sequence);
+    RecursionLevel const level(" while reading a nested sequence");
+    if (!level) {
+        return false;
+    }
+    auto const row = plainRow<T>(sequence, m_coerceToLogical);
+    return row.empty() ? walkSequence(sequence) : takePlainRow(row);
+}
+
+// The same as a walk comes to. The numbers stay what they are: nothing here runs Python code.
+template <class T>
+bool NestReader<T>::takePlainRow(std::span<PyObject* const> items)
+{
+    auto const length = static_cast<long>(items.size());
+    openSequence(length);
+    if (!placeFirstScalar()) {
+        return false;
+    }
+    if (length <= m_capacity - m_elementCount) {
+        T* next = m_elements.get() + m_elementCount;
+        for (PyObject* const item : items) {
+            *next++ = *plainElement<T>(item, m_coerceToLogical);
+        }
+    }
+    m_elementCount += length;
+    return closeSequence(length);
 }
 
 template <class T>
 bool NestReader<T>::walkSequence(PyObject* sequence)
 {
-    RecursionLevel const level(" while reading a nested sequence");
-    if (!level) {
-        return false;
-    }
     auto const length = lengthOfUniformSequence(sequence);
     if (!length) {
         return false;

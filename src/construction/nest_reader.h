@@ -52,6 +52,7 @@ public:
 private:
     bool takeValue(PyObject* object);
     bool takeSequence(PyObject* sequence);
+    bool takePlainRow(std::span<PyObject* const> items);
     bool walkSequence(PyObject* sequence);
     bool takeItems(PyObject* sequence, long length);
     bool takeVectorItem(PyObject* item);

@@ -5,6 +5,8 @@ import ctypes
 import itertools
 
 import pytest
+from hypothesis import given, settings
+from hypothesis import strategies as st
 
 from helpers import NAMES, agrees, codes, compare, outcome, refuses
 from model import ROWS
@@ -84,6 +86,24 @@ def test_sequences_that_lie_in_memory_read_as_those_that_are_walked(code):
             walked = Walked(names["s"])
             call = form % (cls.name, flag)
             assert (call, outcome(call, names)) == (call, outcome(call, dict(names, s=walked)))
+
+
+ODD = [None, "x", [], [1], 2 ** 63, -2 ** 63, 2 ** 64, 300, -1, 1e300, float("nan"), 2.5, -0.0, True, 1j, complex(1e300, -1),
+       type("Own", (float,), {})(0.5), type("Int", (int,), {})(7), NAMES["int8"]([[1]])[0]]
+
+
+@given(st.lists(st.lists(st.one_of(st.sampled_from(ODD), st.integers(0, 3), st.integers(0, 3)), max_size=3), min_size=1, max_size=3))
+@settings(max_examples=150, deadline=None)
+def test_lists_and_tuples_read_as_sequences_that_are_walked(rows):
+    walked = Walked([Walked(row) for row in rows])
+    for row, flag, kind in itertools.product(ROWS, ("", ", is_complex=True"), (list, tuple)):
+        for call in ("%s(s%s)", "%s(s[0]%s)", "%s(s, size=(3, 2)%s)"):
+            code, names = call % (row.name, flag), dict(NAMES, s=kind(map(kind, rows)))
+            assert (code, outcome(code, names)) == (code, outcome(code, dict(NAMES, s=walked)))
+        written = [NAMES[row.name](size=(2, 3), is_complex=bool(flag and row.name != "logical")) for _ in range(2)]
+        for code in ("a[0] = s[0]", "a[:] = s", "a[1][0:2] = s[-1]"):
+            assert outcome(code, dict(a=written[0], s=rows)) == outcome(code, dict(a=written[1], s=walked))
+            assert str(written[0]) == str(written[1])
 
 
 def pythons_own(*args, **kwds):

@@ -1,5 +1,9 @@
 """What str and repr show."""
 
+import random
+import struct
+from array import array
+
 import pytest
 
 from helpers import NAMES
@@ -23,3 +27,13 @@ def test_text(code, text):
     if "nan" not in text and "[[" in text:      # finite and full: the text builds the array again
         again = eval(text, dict(NAMES))
         assert again == array and again.size == array.size and again._is_complex is array._is_complex
+
+
+def test_floats_have_the_digits_of_repr():
+    bits = random.Random(1)
+    numbers = [10.0 ** power for power in range(-310, 309)] + [2.0 ** power for power in range(-1074, 1024)]
+    numbers += [round(bits.uniform(-10 ** 6, 10 ** 6), digits) for digits in range(8) for _ in range(1000)]
+    numbers += struct.unpack("20000d", bits.getrandbits(64 * 20000).to_bytes(8 * 20000, "little"))
+    assert str(NAMES["double"](array("d", numbers))) == str([numbers]).replace(" ", "")
+    pairs = list(map(complex, numbers, reversed(numbers)))
+    assert str(NAMES["double"](pairs, is_complex=True)) == str([pairs]).replace(" ", "")
