@@ -10,7 +10,8 @@
 namespace quarna {
 
 Layout::Layout(std::span<long const> shape, long elementSize, char order)
-    : m_words{}, m_count(static_cast<std::uint32_t>(shape.size()))
+    : m_words{}, m_count(static_cast<std::uint32_t>(shape.size())),
+      m_hasElements(std::find(shape.begin(), shape.end(), 0) == shape.end())
 {
     if (m_count > countInside) {
         m_words.outside = new long[2 * shape.size()];
@@ -36,6 +37,7 @@ void Layout::swap(Layout& other) noexcept
 {
     std::swap(m_words, other.m_words);
     std::swap(m_count, other.m_count);
+    std::swap(m_hasElements, other.m_hasElements);
 }
 
 }  // namespace quarna

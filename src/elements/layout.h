@@ -18,6 +18,9 @@ public:
 
     void swap(Layout& other) noexcept;
 
+    /// False if a length is 0: then no index reaches into the block, and no stride means anything.
+    bool hasElements() const { return m_hasElements; }
+
     std::span<long const> shape() const { return {words(), m_count}; }
     std::span<long const> strides() const { return {words() + m_count, m_count}; }
 
@@ -34,6 +37,7 @@ private:
 
     Words m_words;  // the lengths, then the strides
     std::uint32_t m_count;
+    bool m_hasElements;
 };
 
 }  // namespace quarna

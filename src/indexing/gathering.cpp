@@ -148,9 +148,10 @@ QDArrayWrapperPtr QCppPyArray::wrapperOfGathered()
         return nullptr;
     }
     LooseArray elements = m_gathered->elements;
-    return m_gathered->isSeen
-               ? QDArrayWrapper::ofSeenArray(std::move(elements.array))
-               : QDArrayWrapperPtr(new QDArrayWrapper(std::move(elements), m_wrapper->getOrder()));
+    if (m_gathered->isSeen) {
+        elements.array.makeUnshared();
+    }
+    return {new QDArrayWrapper(std::move(elements), m_wrapper->getOrder())};
 }
 
 data::impl::ArrayImpl* QCppPyArray::seenHandle()

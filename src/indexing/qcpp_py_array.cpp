@@ -101,7 +101,10 @@ bool QCppPyArray::convertSliceAndSliceToSlice(SliceIndexItem& item) const
 
 long QCppPyArray::elementStride(std::size_t dimension) const
 {
-    return m_wrapper->bytewiseStrides()[dimension] / m_wrapper->getElementSizeInBytes();
+    // Beside a length of 0, an index times a stride may be beyond all numbers.
+    return m_wrapper->hasElements()
+               ? m_wrapper->bytewiseStrides()[dimension] / m_wrapper->getElementSizeInBytes()
+               : 0;
 }
 
 long QCppPyArray::offsetOfIntegers() const

@@ -1,4 +1,5 @@
 // The buffer protocol: every export is the whole block of the wrapper, read-only, and stays in its place.
+#include "module/guard.h"
 #include "module/slots.h"
 #include "vocabulary/errors.h"
 #include "vocabulary/references.h"
@@ -8,40 +9,26 @@ namespace quarna {
 
 namespace {
 
-int refuseView(Py_buffer* view, PyObject* exceptionClass, const char* text)
-{
-    view->obj = nullptr;
-    setError(exceptionClass, text);
-    return -1;
-}
-
-}  // namespace
-
-int QCPyArray_GetBuffer(PyObject* self, Py_buffer* view, int flags)
+int fillView(PyObject* self, Py_buffer* view, int flags)
 {
     QCppPyArray const* const array = requireArray(self);
     if (array == nullptr) {
-        if (view != nullptr) {
-            view->obj = nullptr;
-        }
         return -1;
     }
     if (view == nullptr) {
-        setError(PyExc_RuntimeError, "null pointer to view object null.");
-        return -1;
+        return refuse(PyExc_RuntimeError, "null pointer to view object null.");
     }
     QDArrayWrapper& wrapper = *array->getQDAWrapper();
     if ((flags & PyBUF_WRITABLE) != 0 && wrapper.isReadOnly() != 0) {
-        return refuseView(view, PyExc_ValueError, "underlying buffer is not writable.");
+        return refuse(PyExc_ValueError, "underlying buffer is not writable.");
     }
     char* const format = (flags & PyBUF_FORMAT) != 0 ? wrapper.format() : nullptr;
     if ((flags & PyBUF_FORMAT) != 0 && format == nullptr) {
-        return refuseView(view, PyExc_ValueError, "format field is null.");
+        return refuse(PyExc_ValueError, "format field is null.");
     }
     if ((flags & PyBUF_C_CONTIGUOUS) == PyBUF_C_CONTIGUOUS) {
-        return refuseView(view, PyExc_ValueError, "underlying buffer not C-contiguous.");
+        return refuse(PyExc_ValueError, "underlying buffer not C-contiguous.");
     }
-    view->obj = nullptr;
     view->buf = wrapper.pinnedBuf();
     view->len = wrapper.getBufferSizeInBytes();
     view->itemsize = wrapper.getElementSizeInBytes();
@@ -55,6 +42,17 @@ int QCPyArray_GetBuffer(PyObject* self, Py_buffer* view, int flags)
     view->obj = Reference::borrow(self).release();
     wrapper.incrementExportCount();
     return 0;
+}
+
+}  // namespace
+
+// Whatever a request fails of, its view has no owner then.
+int QCPyArray_GetBuffer(PyObject* self, Py_buffer* view, int flags)
+{
+    if (view != nullptr) {
+        view->obj = nullptr;
+    }
+    return guarded<&fillView>(self, view, flags);
 }
 
 void QCPyArray_ReleaseBuffer(PyObject* self, Py_buffer*) noexcept

@@ -40,6 +40,7 @@ PyObject* QCPyIter_GetIter(PyObject* self);
 PyObject* QCPyIter_GetIterNext(PyObject* self);
 void QCPyIter_Delete(PyObject* self);
 
+// Guards itself, so that a view has no owner if the request fails.
 int QCPyArray_GetBuffer(PyObject* self, Py_buffer* view, int flags);
 void QCPyArray_ReleaseBuffer(PyObject* self, Py_buffer* view) noexcept;
 

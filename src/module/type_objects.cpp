@@ -40,7 +40,7 @@ constexpr PyMappingMethods makeMappingMethods()
 constexpr PyBufferProcs makeBufferProcs()
 {
     PyBufferProcs procs{};
-    procs.bf_getbuffer = guarded<&QCPyArray_GetBuffer>;
+    procs.bf_getbuffer = &QCPyArray_GetBuffer;
     procs.bf_releasebuffer = &QCPyArray_ReleaseBuffer;
     return procs;
 }

@@ -11,11 +11,11 @@ template <class T>
 WritableElements<T> QDArrayWrapper::writableElements()
 {
     m_store.makeOwn(type());
-    if (!hasSeenStore()) {
+    if (m_seen == nullptr) {
         return {m_store.elements(), nullptr};
     }
-    m_second->store.makeOwn(type());
-    return {m_store.elements(), m_second->store.elements()};
+    m_seen->makeOwn(type());
+    return {m_store.elements(), m_seen->elements()};
 }
 
 template <class T>

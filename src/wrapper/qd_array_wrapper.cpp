@@ -62,7 +62,7 @@ QDArrayWrapperPtr QDArrayWrapper::ofSeenArray(data::Array array)
     requireSoundShape(array, shape, type);
     Store seen(std::move(array), type);
     QDArrayWrapperPtr wrapper(new QDArrayWrapper(seen.copy(type), type, shape, 'F'));
-    wrapper->m_second.reset(new SecondStore{std::move(seen), true});
+    wrapper->m_seen.reset(new Store(std::move(seen)));
     return wrapper;
 }
 
@@ -92,26 +92,24 @@ LooseArray QDArrayWrapper::snapshot() const
 
 data::impl::ArrayImpl* QDArrayWrapper::seenHandle()
 {
-    if (!hasSeenStore()) {
+    if (m_seen == nullptr) {
         makeSeenStore();
     }
-    return m_second->store.array().handle();
+    return m_seen->array().handle();
 }
 
-// The block of a second place that is no longer seen is filled again, so that its address stays good.
+// The data array of the store may have been made for another shape.
 void QDArrayWrapper::makeSeenStore()
 {
     data::ArrayFactory factory;
     data::visitElementType(type(), [&]<class T>(std::type_identity<T>) {
         auto const count = static_cast<std::size_t>(getNumberOfElements());
-        auto const kept = std::exchange(m_second, nullptr);
-        auto buffer = kept != nullptr ? data::TypedArray<T>(kept->store.takeArray()).release()
-                                      : factory.createBuffer<T>(count);
+        auto buffer = factory.createBuffer<T>(count);
         std::memcpy(static_cast<void*>(buffer.get()), buf(), count * sizeof(T));
         std::vector<std::size_t> const lengths(shape().begin(), shape().end());
         auto const layout = m_order == 'F' ? data::MemoryLayout::COLUMN_MAJOR : data::MemoryLayout::ROW_MAJOR;
         data::Array array = factory.createArrayFromBuffer<T>(lengths, std::move(buffer), layout);
-        m_second.reset(new SecondStore{Store(std::move(array), type()), true});
+        m_seen = std::make_unique<Store>(std::move(array), type());
     });
 }
 
@@ -141,11 +139,12 @@ void QDArrayWrapper::reshape(std::span<long const> dims, char order)
 {
     Layout layout(dims, getElementSizeInBytes(), order);
     // Nothing from here on can fail.
-    if (hasSeenStore()) {
-        std::swap(m_store, m_second->store);
-        m_second->isSeen = false;
-        m_isPinned = false;
+    if (m_seen != nullptr && m_isPinned) {
+        std::memcpy(m_store.elements(), m_seen->elements(), static_cast<std::size_t>(getBufferSizeInBytes()));
+    } else if (m_seen != nullptr) {
+        m_store = *std::move(m_seen);
     }
+    m_seen.reset();
     m_layout.swap(layout);
     m_order = order;
     ++m_reshapes;

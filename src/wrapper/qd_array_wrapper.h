@@ -2,11 +2,12 @@
 //
 // An array that came from Python keeps its elements once. Python reads, writes and exports them where they lie, and
 // clones share them until one side writes or is exported. A second place begins where a native consumer can see it:
-// when the array's handle is given out, and at once for a handle that comes in. From then on a write goes to both, and
-// what a native consumer writes reaches Python at the next reshape, which makes the seen place the one that is read.
+// when the array's handle is given out, and at once for a handle that comes in. From then on a write goes to both. What
+// a native consumer writes reaches Python at the next reshape, which ends the second place.
 //
-// A block whose address was given out stays where it is, as a consumer may hold the address for as long as it holds the
-// array. The wrapper knows nothing of subscripts. All arrays cut from one array share its wrapper, under the GIL.
+// A block whose address was given out stays where it is and is the one that Python reads, as a consumer may hold the
+// address for as long as it holds the array. The wrapper knows nothing of subscripts. All arrays cut from one array
+// share its wrapper, under the GIL.
 #pragma once
 
 #include "vocabulary/python.h"
@@ -74,6 +75,7 @@ public:
     int getNumberOfDimensions() const { return static_cast<int>(m_layout.shape().size()); }
     std::span<long const> shape() const { return m_layout.shape(); }
     std::span<long const> bytewiseStrides() const { return m_layout.strides(); }
+    bool hasElements() const { return m_layout.hasElements(); }
     char getOrder() const { return m_order; }
     int isReadOnly() const { return 1; }
 
@@ -115,7 +117,8 @@ public:
     template <class T>
     bool setElementFromIndices(std::span<long const> indices, T value);
 
-    /// New dimensions with the same number of elements, which stay where they lie. Nothing is exported. Throws.
+    /// New dimensions with the same number of elements, which stay where they lie: what native consumers saw is what
+    /// Python reads from then on, and copied only if the store is to stay. Nothing is exported. Throws.
     void reshape(std::span<long const> dims, char order);
 
     /// A new 1-by-N array of real elements in storage order, read from array(). Throw; std::runtime_error if there is
@@ -128,25 +131,19 @@ public:
     QUARNA_EXPORT void writeToOstream(std::ostream& stream) const;
 
 private:
-    struct SecondStore {
-        quarna::Store store;
-        bool isSeen;  // else it is kept because its address was given out, or is used again
-    };
-
     QDArrayWrapper(quarna::Store&& store, quarna::data::ArrayType type, std::span<long const> shape,
                    char order);
 
-    bool hasSeenStore() const { return m_second != nullptr && m_second->isSeen; }
-    quarna::Store const& seenStore() const { return hasSeenStore() ? m_second->store : m_store; }
+    quarna::Store const& seenStore() const { return m_seen != nullptr ? *m_seen : m_store; }
     void makeSeenStore();
     quarna::LooseArray extractContents(QDArrayWrapperVisitors::OutputEnum output) const;
 
     // Behind the count of holders, four bytes long: small fields first leave no gap.
     std::uint8_t m_type;
     char m_order;
-    bool m_isPinned = false;
+    bool m_isPinned = false;  // the address of the store was given out
     quarna::Store m_store;
-    std::unique_ptr<SecondStore> m_second;
+    std::unique_ptr<quarna::Store> m_seen;  // by native consumers; null if they have no handle
     long m_exports = 0;
     unsigned long m_reshapes = 0;
     quarna::Layout m_layout;

@@ -3,7 +3,6 @@
 
 #include "data/array.h"
 
-#include <utility>
 #include <vector>
 
 namespace quarna {
@@ -16,7 +15,6 @@ public:
     Store(data::Array array, data::ArrayType type);
 
     data::Array const& array() const { return m_array; }
-    data::Array&& takeArray() { return std::move(m_array); }
     void* elements() const { return m_elements; }
     bool isShared() const { return !m_array.isSoleHolder(); }
 

@@ -82,13 +82,18 @@ def test_sizes_that_fit_nowhere():
 
 def test_no_elements_beside_lengths_of_any_size():
     for size, strides in (((2 ** 62, 0), (8, 0)), ((0, 2 ** 62, 2 ** 62), (8, 0, 0)), ((2 ** 62, 2 ** 62, 0), (8, 0, 0)),
-                          ((2 ** 62, 0, 2 ** 62), (8, 0, 0)), ((2 ** 59, 0, 5), (8, 2 ** 62, 0))):
+                          ((2 ** 62, 0, 2 ** 62), (8, 0, 0)), ((2 ** 59, 0, 5), (8, 2 ** 62, 0)),
+                          ((2 ** 40, 2 ** 40, 0), (8, 2 ** 43, 0))):
         for empty in (NAMES["double"](size=size), NAMES["double"]().reshape(size), NAMES["double"]([], size=size)):
             assert empty.size == size and empty.get_bytewise_strides() == strides == memoryview(empty).strides
             assert memoryview(empty).nbytes == 0 == empty.noncomplex().size[0] and empty.clone().size == (0,) + size[1:]
             agrees(empty)
+            part = empty
+            while len(part.size) > 1 and len(part):
+                part = part[-1]
+            assert str(part[:0]) == "[]" and part[-1:].size[0] == 0
             if size[0]:
-                assert empty[2 ** 59 - 1].size == empty[-1].size == size[1:]
+                assert empty[size[0] - 1].size == empty[-1].size == size[1:]
                 refuses("a.reshape(2, 3)", NAMES["ShapeError"], a=empty)
             if size[0] == 2 ** 62:
                 refuses("str(a)", MemoryError, a=empty)

@@ -1,5 +1,6 @@
 """What Python and native code see of one array, line by line: its elements, exports, handles, clones."""
 
+import ctypes
 import itertools
 import re
 import struct
@@ -217,3 +218,33 @@ def test_a_bare_pointer_after_a_reshape(lines, end):
 @pytest.mark.parametrize("lines, end", table(CLONED))
 def test_a_bare_pointer_after_a_clone_and_a_write(lines, end):
     assert first_of_bare(lines) in (0, 7)  # before the write or after it, but nobody else's
+
+
+def test_what_a_native_consumer_sees_is_never_what_a_clone_reads():
+    part = NAMES["double"]([[1, 2], [3, 4]])[1]
+    handle, clone = handle_of_array(part), part.clone()
+    for reader in (clone, clone.clone(), part.clone()):
+        reader.reshape(2, 1)
+        ctypes.c_double.from_address(handle_contents(handle, 8)[2]).value += 10
+        assert list(map(list, reader)) in ([[3], [4]], [[13], [4]])
+    assert str(clone) == "[[3.0],[4.0]]"
+
+
+@pytest.mark.parametrize("refused", ["", "adopt_buffer_in_order", "create_buffer", "begin_fast", "get_address"])
+def test_an_address_stays_good_through_reshapes_and_handles(refused, script):
+    array = NAMES["double"]([range(30)])
+    handle_of_array(array)
+    address = array.buffer_info()[0]
+    for shape in ((30, 1), (1, 30), (5, 6)):
+        array.reshape(shape)
+        if refused:
+            script.fail(refused, "OutOfMemory")
+            with pytest.raises(MemoryError):
+                handle_of_array(array)
+            script.reset()
+        handle_of_array(array)
+        part, clone = array[0], array.clone()
+        part[0:1] = [shape[0]]
+        del clone
+        assert struct.unpack("30d", ctypes.string_at(address, 240)) == (shape[0],) + tuple(range(1, 30))
+        assert array.buffer_info()[0] == address

@@ -148,20 +148,21 @@ TYPED_TEST(Wrapper, AWriteReachesBothPlacesAndNoSnapshot)
 
 TYPED_TEST(Wrapper, WhatANativeConsumerWritesIsReadAfterAReshape)
 {
-    auto const array = filledArray<TypeParam>({2, 3});
-    auto const wrapper = QDArrayWrapper::ofSeenArray(array);
-    EXPECT_EQ(wrapper->seenHandle(), array.handle());
-    auto const before = readBy<TypeParam>(*wrapper);
-    void const* const pinned = wrapper->pinnedBuf();
-    *const_cast<TypeParam*>(array.elements()) = before[5];
-    EXPECT_EQ(readBy<TypeParam>(*wrapper), before);
-    wrapper->reshape(Shape{3, 2}, 'F');
-    EXPECT_EQ(readBy<TypeParam>(*wrapper)[0], before[5]);
-    EXPECT_EQ(elementsAt<TypeParam>(pinned, 6), before) << "its block stays";
-    EXPECT_EQ(seenOf<TypeParam>(*wrapper)[0], before[5]);
-    wrapper->seenHandle();
-    EXPECT_EQ(wrapper->array().getDimensions(), (std::vector<std::size_t>{3, 2}));
-    EXPECT_EQ(elementsAt<TypeParam>(pinned, 6)[0], before[5]) << "and is used again";
+    for (bool const isPinned : {false, true}) {
+        auto const array = filledArray<TypeParam>({2, 3});
+        auto const wrapper = QDArrayWrapper::ofSeenArray(array);
+        EXPECT_EQ(wrapper->seenHandle(), array.handle());
+        auto const before = readBy<TypeParam>(*wrapper);
+        void const* const block = isPinned ? wrapper->pinnedBuf() : wrapper->buf();
+        *const_cast<TypeParam*>(array.elements()) = before[5];
+        EXPECT_EQ(readBy<TypeParam>(*wrapper), before);
+        wrapper->reshape(Shape{3, 2}, 'F');
+        EXPECT_EQ(readBy<TypeParam>(*wrapper)[0], before[5]);
+        EXPECT_EQ(wrapper->buf() == block, isPinned) << "an address that was given out stays";
+        wrapper->seenHandle();
+        EXPECT_EQ(wrapper->array().getDimensions(), (std::vector<std::size_t>{3, 2}));
+        EXPECT_EQ(seenOf<TypeParam>(*wrapper), readBy<TypeParam>(*wrapper));
+    }
 }
 
 TYPED_TEST(Wrapper, PartsAreNewRowsInStorageOrder)
