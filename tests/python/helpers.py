@@ -34,7 +34,9 @@ def outcome(code, names):
         if " = " in code:
             return exec(code, names)
         value = eval(code, names)
-        return repr([value, value.size, len(value), list(map(str, value))] if hasattr(value, "size") else value)
+        return repr(
+            [value, value.size, len(value), list(map(str, value))] if hasattr(value, "size") else value
+        )
     except Exception as failure:
         return "stale" if "reshaped since" in str(failure) else (type(failure).__name__, str(failure))
 
@@ -54,9 +56,14 @@ def compare(program):
 
 def numbers(table):
     """The numbers of the rows of a table of the library, by name."""
-    tables = os.path.join(os.path.dirname(__file__), os.pardir, os.pardir, "library", "include", "quarna_data_array")
+    tables = os.path.join(
+        os.path.dirname(__file__), os.pardir, os.pardir, "library", "include", "quarna_data_array"
+    )
     with open(os.path.join(tables, table + ".def")) as file:
-        return {name: int(number) for number, name in re.findall(r"^QUARNA_\w+\( *(\d+), (\w+),", file.read(), re.MULTILINE)}
+        return {
+            name: int(number)
+            for number, name in re.findall(r"^QUARNA_\w+\( *(\d+), (\w+),", file.read(), re.MULTILINE)
+        }
 
 
 OPERATIONS, ELEMENT_TYPES, ERROR_CODES = map(numbers, ("operations", "element_types", "error_codes"))
@@ -78,8 +85,13 @@ handle_of_array = ctypes.PYFUNCTYPE(c_void_p, ctypes.py_object)(_entries[1])
 
 def dump(array):
     """The lines of the native dump of an array."""
-    text, write = ctypes.create_string_buffer(10000), ctypes.CDLL(module.__file__)._ZNK11QCppPyArray14writeToOstreamERSo
-    native = c_void_p.from_address(id(array) + object.__basicsize__)    # the field behind the head of the object
+    text, write = (
+        ctypes.create_string_buffer(10000),
+        ctypes.CDLL(module.__file__)._ZNK11QCppPyArray14writeToOstreamERSo,
+    )
+    native = c_void_p.from_address(
+        id(array) + object.__basicsize__
+    )  # the field behind the head of the object
     native_side.native_side_dump(write, native, text, c_size_t(len(text)))
     return text.value.decode("latin1").splitlines()
 
@@ -120,11 +132,13 @@ def handle_contents(handle, itemsize):
     """Dimensions, bytes in storage order and their address, of the array behind a handle of the library."""
     count, lengths, reference, address = c_size_t(), POINTER(c_size_t)(), c_void_p(), c_void_p()
     operation("get_dimensions", c_int, c_void_p, c_void_p, c_void_p)(handle, byref(count), byref(lengths))
-    dimensions = tuple(lengths[:count.value])
+    dimensions = tuple(lengths[: count.value])
     if model.product(dimensions) == 0:
         return dimensions, b"", None
     assert operation("get_reference", c_int, c_void_p, c_size_t, c_void_p)(handle, 0, byref(reference)) == 0
-    operation("get_part_addresses", c_int, c_void_p, c_void_p, c_void_p)(reference, byref(address), byref(c_void_p()))
+    operation("get_part_addresses", c_int, c_void_p, c_void_p, c_void_p)(
+        reference, byref(address), byref(c_void_p())
+    )
     operation("destroy_reference", None, c_void_p)(reference)
     return dimensions, ctypes.string_at(address.value, model.product(dimensions) * itemsize), address.value
 

@@ -9,7 +9,17 @@ import sys
 
 import pytest
 
-from helpers import NAMES, OPERATIONS, agrees, array_of_handle, codes, handle_of_array, library, new_handle, scripted
+from helpers import (
+    NAMES,
+    OPERATIONS,
+    agrees,
+    array_of_handle,
+    codes,
+    handle_of_array,
+    library,
+    new_handle,
+    scripted,
+)
 from test_hostile import Sequence, raising
 
 GOOD = codes("""
@@ -39,10 +49,23 @@ def arrays():
     int16, rows = NAMES["int16"], [[1, 2, 3], [4, 5, 6]]
     held = int16(rows)
     stale, walk, _ = held[0], iter(held), held.reshape(3, 2)
-    return dict(NAMES, a=int16(rows), b=int16(rows), c=NAMES["double"]([[1j, 2]], is_complex=True), copy=copy, pickle=pickle,
-                take=array_of_handle, give=handle_of_array, handle=new_handle, stale=stale, walk=walk, held=held,
-                view=memoryview(held), holed=Sequence(3, raising(IndexError, 2)),
-                large=NAMES["uint64"]([2.0 ** 63], is_complex=True).real())
+    return dict(
+        NAMES,
+        a=int16(rows),
+        b=int16(rows),
+        c=NAMES["double"]([[1j, 2]], is_complex=True),
+        copy=copy,
+        pickle=pickle,
+        take=array_of_handle,
+        give=handle_of_array,
+        handle=new_handle,
+        stale=stale,
+        walk=walk,
+        held=held,
+        view=memoryview(held),
+        holed=Sequence(3, raising(IndexError, 2)),
+        large=NAMES["uint64"]([2.0**63], is_complex=True).real(),
+    )
 
 
 class Usage(ctypes.Structure):
@@ -52,14 +75,19 @@ class Usage(ctypes.Structure):
 def memory():
     """Live objects of the library, blocks of the interpreter, references in all, 64 bytes of the C library."""
     gc.collect()
-    libc, counts = ctypes.CDLL(None), [library.scripted_live_objects() if scripted else 0, sys.getallocatedblocks()]
+    libc, counts = (
+        ctypes.CDLL(None),
+        [library.scripted_live_objects() if scripted else 0, sys.getallocatedblocks()],
+    )
     if hasattr(libc, "mallinfo2"):
         libc.mallinfo2.restype = Usage
         counts.append(libc.mallinfo2().h // 64)
     return counts + [getattr(sys, "gettotalrefcount", int)()]
 
 
-@pytest.mark.parametrize("good, code", [(good, code) for good, table in ((True, GOOD), (False, BAD)) for code in table])
+@pytest.mark.parametrize(
+    "good, code", [(good, code) for good, table in ((True, GOOD), (False, BAD)) for code in table]
+)
 def test_ten_thousand_times(good, code):
     names, compiled = arrays(), compile(code, code, "eval")
 
@@ -79,16 +107,19 @@ def test_ten_thousand_times(good, code):
     assert growth[0] == 0 and max(growth) < 1000, growth
 
 
-@pytest.mark.parametrize("code", codes("""
+@pytest.mark.parametrize(
+    "code",
+    codes("""
 double([[1, 2], [3, 4]]) | logical([1, 0]) | double(size=(2, 2)) | int8(vector=[1, 2]) | int8([1j], is_complex=True) | b.clone()
 b[0].clone() | b.noncomplex() | c.imag() | give(b[1]) | str(b) | list(b) | b == a | b.reshape(3, 2) | take(made)
 b.__setitem__(0, [7, 8, 9]) | b.__setitem__(slice(0, 1), [7, 8, 9]) | b[0].__setitem__(slice(3), [7, 8, 9])
 b[0].__setitem__(0, 7) | memoryview(b)
-"""))
+"""),
+)
 def test_whatever_the_library_refuses(code, script):
     """Each operation, from each of its calls on: nothing is lost, and the array works."""
     kinds = {"OutOfMemory": MemoryError, "TooManyElements": MemoryError, "DataTypeMismatch": RuntimeError}
-    operations = sorted(set(OPERATIONS) - {"get_element_count"})     # which cannot fail
+    operations = sorted(set(OPERATIONS) - {"get_element_count"})  # which cannot fail
     for operation, (refusal, kind), after in itertools.product(operations, kinds.items(), range(3)):
         before, names = script.live_objects, arrays()
         if "made" in code:

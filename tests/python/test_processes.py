@@ -15,7 +15,9 @@ EXITS = int(os.environ.get("QUARNA_EXITS", 12))
 def run(program, *arguments, **environment):
     """What a program of the folder prints; it must end well."""
     command = [sys.executable, os.path.join(HERE, "programs", program + ".py")] + list(arguments)
-    process = subprocess.run(command, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, env=dict(os.environ, **environment))
+    process = subprocess.run(
+        command, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, env=dict(os.environ, **environment)
+    )
     assert process.returncode == 0, process.stdout.decode()
     return process.stdout.decode().split()
 

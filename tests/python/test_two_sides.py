@@ -152,9 +152,7 @@ def test_refused_in_the_middle(lines, act, start, script):
         script.fail(operation, code, after)
         answer = outcome(act, run.ours)
         script.reset()
-        run.lines.append(
-            "{} | {} answers {} after {} calls: {}".format(act, operation, code, after, answer)
-        )
+        run.lines.append("{} | {} answers {} after {} calls: {}".format(act, operation, code, after, answer))
         if answer and answer[0] in (kind, "MemoryError"):
             refused += 1
             run.check()
