@@ -21,6 +21,37 @@ def codes(table):
     return [code.strip() for line in table.strip().splitlines() for code in line.split(" | ")]
 
 
+def rows(table):
+    """The rows of a table, several to a line, each parted by an arrow into code and what is said of it."""
+    return [tuple(part.strip() for part in row.split(" ->")) for row in codes(table)]
+
+
+def each_code(table):
+    return pytest.mark.parametrize("code", codes(table))
+
+
+def each_row(table):
+    return pytest.mark.parametrize("code, end", rows(table))
+
+
+class Sequence:
+    """A sequence that does as it is told: length() and item(i) are called for each question."""
+
+    def __init__(self, length, item=lambda i: 1):
+        self.length, self.item = length, item
+
+    def __len__(self):
+        return self.length() if callable(self.length) else self.length
+
+    def __getitem__(self, i):
+        return self.item(i)
+
+
+def raising(kind, at=0):
+    """A function that raises when called with this number or a higher one, and otherwise answers 1."""
+    return lambda i=0: exec("raise kind", {"kind": kind}) if i >= at else 1
+
+
 def refuses(code, kind, text=None, **names):
     """Runs a line that must raise exactly this kind, with exactly this text unless the words are CPython's."""
     with pytest.raises(kind) as caught:

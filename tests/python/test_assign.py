@@ -1,8 +1,6 @@
 """Writing through subscripts: which right sides fit, what a refusal says, and what it leaves written."""
 
-import pytest
-
-from helpers import NAMES, agrees, array_of_handle, codes, compare, each_class, new_handle
+from helpers import each_code, NAMES, agrees, array_of_handle, compare, each_class, new_handle
 
 SETUP = [
     "a = int16([[1, 2, 3], [4, 5, 6]])",
@@ -18,9 +16,7 @@ SETUP = [
 ]
 
 
-@pytest.mark.parametrize(
-    "code",
-    codes("""
+@each_code("""
 a[0][1] = 9 | a[-1][-1] = True | a[0] = (7, 8, 9) | a[0] = b'abc' | a[0] = a[1] | a[:] = a[::-1] | a[1] = a[1][::-1]
 a[0][0:2] = [7, 8] | a[0][::-1] = [7, 8, 9] | a[0][1:1] = [] | a[0][3:1] = () | a[0:2] = [[7, 8, 9], [1, 2, 3]]
 a[0:2] = [7, 8, 9, 1, 2, 3] | a[0:2] = [[[7], [8]], [[9], [1]], [[2], [3]]] | a[::-1] = [7, 8, 9, 1, 2, 3] | a[0:1] = [7, 8, 9]
@@ -34,8 +30,7 @@ a[0:2] = [7, 8, 9] | a[::-1] = [7, 8, 9, 0] | a[0:1] = [7, 8, 9, 1] | a[::-1][0:
 a[1:1][0] = [1, 2, 3] | a[1:1][0:1] = [1, 2, 3] | r[2:8][10] = 5 | r[2:8][:] = range(6) | b[1] = range(12) | c[0] = 5
 r[2:8][1] = -1 | r[2:8][-7] = -1 | r[2:8][7] = 5 | r[2:8][-1] = 5 | r[2:8][1:3] = [-1, -2] | r[::-1][:2] = [-1, -2]
 r[0, 1] = 0 | r[1.0] = 0 | z[0:1] = [] | z[0:1] = [1] | z[0] = 1 | w[0] = [1] | w[2] = 1 | w[0:2] = [1] | l[0][0] = 2.5 | l[0] = [1, 1j] | l[0:] = [1.0, 0]
-"""),
-)
+""")
 def test_writes_as_the_model(code):
     compare(SETUP + [code])
 

@@ -10,6 +10,7 @@ import sys
 import pytest
 
 from helpers import (
+    each_code,
     NAMES,
     OPERATIONS,
     agrees,
@@ -107,15 +108,12 @@ def test_ten_thousand_times(good, code):
     assert growth[0] == 0 and max(growth) < 1000, growth
 
 
-@pytest.mark.parametrize(
-    "code",
-    codes("""
+@each_code("""
 double([[1, 2], [3, 4]]) | logical([1, 0]) | double(size=(2, 2)) | int8(vector=[1, 2]) | int8([1j], is_complex=True) | b.clone()
 b[0].clone() | b.noncomplex() | c.imag() | give(b[1]) | str(b) | list(b) | b == a | b.reshape(3, 2) | take(made)
 b.__setitem__(0, [7, 8, 9]) | b.__setitem__(slice(0, 1), [7, 8, 9]) | b[0].__setitem__(slice(3), [7, 8, 9])
 b[0].__setitem__(0, 7) | memoryview(b)
-"""),
-)
+""")
 def test_whatever_the_library_refuses(code, script):
     """Each operation, from each of its calls on: nothing is lost, and the array works."""
     kinds = {"OutOfMemory": MemoryError, "TooManyElements": MemoryError, "DataTypeMismatch": RuntimeError}

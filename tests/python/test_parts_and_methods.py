@@ -4,7 +4,17 @@ import array
 
 import pytest
 
-from helpers import NAMES, agrees, codes, compare, each_class, handle_contents, handle_of_array, refuses
+from helpers import (
+    each_code,
+    NAMES,
+    agrees,
+    codes,
+    compare,
+    each_class,
+    handle_contents,
+    handle_of_array,
+    refuses,
+)
 
 SETUP = [
     "a = int16([[[1, 2, 3, 4], [5, 6, 7, 8], [9, 10, 11, 12]]] * 2)",
@@ -51,12 +61,9 @@ def test_64_bits_come_through_parts_and_not_through_complex_numbers():
         )
 
 
-@pytest.mark.parametrize(
-    "code",
-    codes("""
+@each_code("""
 a | a[1] | a[1][2] | a[0:1] | a[::-1] | a[1][0:2] | a[1][2][1:3] | a[1][2][1:2] | a[2:2] | a[1][2:2] | a[1][2][2:2] | e | v[0][::-3]
-"""),
-)
+""")
 def test_clones_and_wholes_of_parts(code):
     compare(
         SETUP

@@ -6,17 +6,14 @@ import pickle
 
 import pytest
 
-from helpers import CLASSES, NAMES, agrees, codes
+from helpers import each_code, CLASSES, NAMES, agrees
 
 
-@pytest.mark.parametrize(
-    "code",
-    codes("""
+@each_code("""
 double([[1, 2.5], [nan, -0.0]]) | single([0.1, inf]) | logical([[True], [False]]) | int8([[[1, 2]], [[3, 4]]])
 int64([2 ** 63 - 1, -2 ** 63]) | double([1j, complex(nan, 2)], is_complex=True) | int8([[1, 2], [3, 4]])[::-1]
 uint16([[1, 2], [3, 4]], is_complex=True) | int8([[1, 2], [3, 4]])[0:1]
-"""),
-)
+""")
 def test_copies(code):
     array = eval(code, dict(NAMES, nan=float("nan"), inf=float("inf")))
     for way in [copy.copy, copy.deepcopy] + [

@@ -4,7 +4,7 @@ import itertools
 
 import pytest
 
-from helpers import NAMES, codes, compare, refuses
+from helpers import each_code, NAMES, compare, refuses
 from model import selection
 
 SETUP = [
@@ -15,17 +15,14 @@ SETUP = [
 ]
 
 
-@pytest.mark.parametrize(
-    "code",
-    codes("""
+@each_code("""
 a[1] | a[-1][2] | a[True] | a[1][2][3] | a[-2][-3][-4] | a[0:2] | a[1:] | a[1:][0] | a[1:][-1] | a[::-1] | a[::-1][0] | a[1][0:2]
 a[1][::-2][1] | a[1][2][1:3] | a[1][2][3:0:-2] | a[1][2][1:3][1] | a[1][2][1:3][-2] | a[1][2][::-1][0] | a[5:9] | a[2:2][::-1]
 a[0][2:2][5:] | a[-9:-5:-1] | e | e[1] | e[1][::-1] | v[0][2:8][-1] | v[0:1][0][9] | v[0][0:10:3][2] | v[0][-2 ** 70:2 ** 70]
 v[0][3::2 ** 62] | v[0][:9:2 ** 62][:9:2 ** 62] | v[0][::2 ** 70][0:1:2 ** 63 - 1] | v[0][:3:-2 ** 70] | a[0:0][0:0]
 a[2] | a[-3] | a[0][0][4] | a[1:][1] | a[2:2][0] | e[0][-1] | v[0][2:8][-7] | a[1, 2] | a[1.0] | a[None] | a[...] | a['x']
 a[::0] | a[0:1][::0] | a[::-1][0:1] | a[0:2][::-1] | v[0][5::-1][::-1] | a[0:0][::-1] | a[::-1][3:]
-"""),
-)
+""")
 def test_reads_as_the_model(code):
     compare(SETUP + ["x = " + code, code])
 
