@@ -9,46 +9,22 @@ import pickle
 import pytest
 
 import model
-from helpers import NAMES, agrees, outcome, refuses
+from helpers import NAMES, Sequence, agrees, codes, each_code, each_row, outcome, raising, refuses, rows
 
 SIZE_ITEM = "Item %s could not be retrieved from the value associated with the 'size' keyword."
 NO_MEMORY = "unable to allocate memory for array with number of elements = %d; type = %s"
 
 
-class Sequence:
-    """A sequence that does as it is told: length() and item(i) are called for each question."""
-
-    def __init__(self, length, item=lambda i: 1):
-        self.length, self.item = length, item
-
-    def __len__(self):
-        return self.length() if callable(self.length) else self.length
-
-    def __getitem__(self, i):
-        return self.item(i)
-
-
-def raising(kind, at=0):
-    """A function that raises when called with this number or a higher one, and otherwise answers 1."""
-    return lambda i=0: exec("raise kind", {"kind": kind}) if i >= at else 1
-
-
-@pytest.mark.parametrize(
-    "length, item, kind, gone",
-    [
-        (3, raising(IndexError, 2), IndexError, 2),
-        (3, raising(IndexError), IndexError, 0),
-        (3, raising(ZeroDivisionError, 1), ZeroDivisionError, 1),
-        (3, raising(KeyboardInterrupt, 1), KeyboardInterrupt, 1),
-        (raising(KeyError), None, KeyError, None),
-        (-1, None, ValueError, None),
-        (2**64, None, OverflowError, None),
-        (None, None, TypeError, None),
-    ],
-)
-def test_sequences_that_break_off(length, item, kind, gone):
+# A length, an item, what is raised, and the item that then could not be retrieved.
+@each_code("""
+3, raising(IndexError, 2), IndexError, 2 | 3, raising(IndexError), IndexError, 0 | None, None, TypeError, None
+3, raising(ZeroDivisionError, 1), ZeroDivisionError, 1 | 3, raising(KeyboardInterrupt, 1), KeyboardInterrupt, 1
+raising(KeyError), None, KeyError, None | -1, None, ValueError, None | 2 ** 64, None, OverflowError, None
+""")
+def test_sequences_that_break_off(code):
+    length, item, kind, gone = eval(code, {"raising": raising})
     names = dict(s=Sequence(length, item), a=NAMES["int8"]([[1, 1, 1], [2, 2, 2]]))
-    for code in ("int8(s)", "int8([s, s])", "int8(s, size=(1, 3))", "a[0] = s", "a[1:] = s", "a[0][:] = s"):
+    for code in codes("int8(s) | int8([s, s]) | int8(s, size=(1, 3)) | a[0] = s | a[1:] = s | a[0][:] = s"):
         refuses(code, kind, **names)
     for code, text in (("int8(vector=s)", "item %s could not be retrieved."), ("int8(size=s)", SIZE_ITEM)):
         refuses(code, *(kind,) if gone is None else (RuntimeError, text % gone), **names)
@@ -57,9 +33,8 @@ def test_sequences_that_break_off(length, item, kind, gone):
 
 def test_sequences_that_change_while_they_are_walked():
     double = NAMES["double"]
-    for lengths, nest in itertools.product(
-        itertools.product(range(3), repeat=4), ("[s, s]", "[[s], [s]]", "s", "[[1], s]")
-    ):
+    answers, nests = itertools.product(range(3), repeat=4), codes("[s, s] | [[s], [s]] | s | [[1], s]")
+    for lengths, nest in itertools.product(answers, nests):
         changes = list(lengths)
         liar = Sequence(lambda: changes.pop() if len(changes) > 1 else changes[0])
         try:
@@ -83,40 +58,27 @@ def test_nests_without_an_end():
 
 
 def test_sizes_that_fit_nowhere():
-    for size, count, name in (
-        ((2**62,), 2**62, "int16"),
-        ((2**61, 1), 2**61, "double"),
-        ((2**62, 2), 2**64 - 1, "int8"),
-        ((2**32, 2**32), 2**64 - 1, "uint16"),
-        ((2**62,) * 3, 2**64 - 1, "logical"),
-    ):
-        refuses("cls(size=size)", MemoryError, NO_MEMORY % (count, name), cls=NAMES[name], size=size)
-    refuses("double(vector=s)", MemoryError, NO_MEMORY % (2**61, "double"), s=Sequence(2**61))
+    for code, end in rows("""
+    int16(size=(2 ** 62,)) -> 2 ** 62 | double(size=(2 ** 61, 1)) -> 2 ** 61 | int8(size=(2 ** 62, 2)) -> 2 ** 64 - 1
+    uint16(size=(2 ** 32,) * 2) -> 2 ** 64 - 1 | logical(size=(2 ** 62,) * 3) -> 2 ** 64 - 1 | double(vector=s) -> 2 ** 61
+    """):
+        refuses(code, MemoryError, NO_MEMORY % (eval(end), code.split("(")[0]), s=Sequence(2**61))
 
 
-def test_no_elements_beside_lengths_of_any_size():
-    for size, strides in (
-        ((2**62, 0), (8, 0)),
-        ((0, 2**62, 2**62), (8, 0, 0)),
-        ((2**62, 2**62, 0), (8, 0, 0)),
-        ((2**62, 0, 2**62), (8, 0, 0)),
-        ((2**59, 0, 5), (8, 2**62, 0)),
-    ):
-        for empty in (
-            NAMES["double"](size=size),
-            NAMES["double"]().reshape(size),
-            NAMES["double"]([], size=size),
-        ):
-            assert empty.size == size and empty.get_bytewise_strides() == strides == memoryview(empty).strides
-            assert (
-                memoryview(empty).nbytes == 0 == empty.noncomplex().size[0]
-                and empty.clone().size == (0,) + size[1:]
-            )
-            agrees(empty)
-            if size[0]:
-                assert empty[2**59 - 1].size == empty[-1].size == size[1:]
-                refuses("str(a)", MemoryError, a=empty)
-                refuses("a.reshape(2, 3)", NAMES["ShapeError"], a=empty)
+@each_row("""
+(2 ** 62, 0) -> (8, 0) | (0, 2 ** 62, 2 ** 62) -> (8, 0, 0) | (2 ** 62, 2 ** 62, 0) -> (8, 0, 0)
+(2 ** 62, 0, 2 ** 62) -> (8, 0, 0) | (2 ** 59, 0, 5) -> (8, 2 ** 62, 0)
+""")
+def test_no_elements_beside_lengths_of_any_size(code, end):
+    double, size = NAMES["double"], eval(code)
+    for empty in (double(size=size), double().reshape(size), double([], size=size)):
+        view = memoryview(empty)
+        assert empty.size == size and empty.get_bytewise_strides() == eval(end) == view.strides
+        assert view.nbytes == 0 == empty.noncomplex().size[0] and empty.clone().size == (0,) + size[1:]
+        agrees(empty)
+        if size[0]:
+            assert empty[2**59 - 1].size == empty[-1].size == size[1:]
+            refuses("str(a)", MemoryError, a=empty)
 
 
 def test_elements_in_memory_of_any_alignment():
@@ -140,21 +102,12 @@ def test_ten_thousand_dimensions():
     assert str(part) == "[3,4]" and part[1] == 4 and part.clone().size == part.size == (2,)
     assert array.reshape(*reversed(lengths)).size == (2, 1) and array.reshape(lengths).size == lengths
     array[0:1] = [5, 6]
-    for action in (
-        str,
-        repr,
-        copy.copy,
-        pickle.dumps,
-        NAMES["double"],
-        memoryview,
-        lambda a: a == a,
-        lambda a: a.clone(),
-        lambda a: a.toarray(),
-        lambda a: next(iter(a)),
-        lambda a: a.__setitem__(0, a[0]),
-    ):
+    for code in codes("""
+    str(a) | repr(a) | copy.copy(a) | pickle.dumps(a) | double(a) | memoryview(a) | a == a | a.clone() | a.toarray()
+    next(iter(a)) | a.__setitem__(0, a[0])
+    """):
         try:
-            action(array)
+            eval(code, dict(NAMES, a=array, copy=copy, pickle=pickle))
         except RecursionError:
             pass
         except (RuntimeError, ValueError) as refusal:
@@ -169,8 +122,4 @@ def test_large_arrays(half):
     array = NAMES["uint8"](size=(2, half))
     array[1][-1] = 200
     assert array.buffer_info()[1] == 2 * half == memoryview(array).nbytes
-    assert (
-        array[1][half - 1] == 200
-        and list(array[1][half - 5 :]) == [0, 0, 0, 0, 200]
-        and array[0][half - 1] == 0
-    )
+    assert list(array[1][half - 5 :]) == [0, 0, 0, 0, 200] and array[0][half - 1] == 0
