@@ -1,19 +1,21 @@
 """Writing through subscripts: which right sides fit, what a refusal says, and what it leaves written."""
 
-from helpers import each_code, NAMES, agrees, array_of_handle, compare, each_class, new_handle
+from helpers import (
+    NAMES,
+    OPERATIONS,
+    agrees,
+    array_of_handle,
+    codes,
+    compare,
+    each_class,
+    each_code,
+    new_handle,
+)
 
-SETUP = [
-    "a = int16([[1, 2, 3], [4, 5, 6]])",
-    "v = int16(range(10))",
-    "x = int16([1])",
-    "c = int16([[1], [2]])",
-    "z = int16(size=(2, 0))",
-    "d = double(size=(1, 2))",
-    "w = v[0][2:4].clone()",
-    "l = logical([0, 0])",
-    "b = int16([[[1, 2, 3, 4]] * 3] * 2)",
-    "r = v[0]",
-]
+SETUP = codes("""
+a = int16([[1, 2, 3], [4, 5, 6]]) | v = int16(range(10)) | x = int16([1]) | c = int16([[1], [2]]) | z = int16(size=(2, 0))
+d = double(size=(1, 2)) | w = v[0][2:4].clone() | l = logical([0, 0]) | b = int16([[[1, 2, 3, 4]] * 3] * 2) | r = v[0]
+""")
 
 
 @each_code("""
@@ -50,11 +52,14 @@ def test_a_write_is_seen_by_the_family_at_once_and_by_nobody_else(row):
         agrees(array)
 
 
-def test_a_write_asks_once_for_storage(script):
+def test_a_write_asks_once_for_storage_and_a_reshape_never(script):
     array = NAMES["double"](size=(100, 100))
     before = script.calls("unshare")
     array[:], array[3], array[4][2:50] = range(10000), range(100), range(48)
     assert script.calls("unshare") <= before + 3
+    clone, before = array.clone(), [script.calls(name) for name in OPERATIONS]
+    assert array.reshape(50, 200).size == clone.reshape(20, 500).reshape(50, 200).size
+    assert before == [script.calls(name) for name in OPERATIONS]
     block = array_of_handle(new_handle("INT16", (2, 1, 1)))
     block[0], block[1] = 5, [[6]]  # a bare number is one by one
     assert str(block) == "[[[5]],[[6]]]"

@@ -5,7 +5,6 @@ import gc
 import sys
 from ctypes import POINTER, byref, c_char_p, c_int, c_ssize_t, c_void_p
 
-import pytest
 
 from helpers import NAMES, codes, each_class, each_row, refuses
 
@@ -65,12 +64,3 @@ def test_memoryviews(row):
             refuses(code, ValueError, WORDS["format"], a=NAMES[row.name]([1], is_complex=True))
     view = memoryview(NAMES[row.name](size=(0, 3)))  # the view alone keeps the array
     assert (view.nbytes, view.shape, view.tolist(), view.obj.size) == (0, (0, 3), [], (0, 3))
-
-
-def test_numpy_takes_arrays_as_they_are():
-    numpy = pytest.importorskip("numpy")
-    array = NAMES["single"]([[1, 2, 3], [4, 5, 6]])
-    shared = numpy.asarray(array)
-    array[1][0] = 40
-    assert shared.dtype == numpy.float32 and shared.flags.f_contiguous and not shared.flags.writeable
-    assert shared.tolist() == [[1, 2, 3], [40, 5, 6]] and shared.ctypes.data == array.buffer_info()[0]

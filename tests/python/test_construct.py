@@ -7,7 +7,19 @@ import re
 
 import pytest
 
-from helpers import each_code, NAMES, Sequence, agrees, codes, compare, each_class, outcome, refuses, rows
+from helpers import (
+    each_code,
+    NAMES,
+    Sequence,
+    agrees,
+    codes,
+    compare,
+    each_class,
+    each_row,
+    outcome,
+    refuses,
+    rows,
+)
 from model import ROWS
 
 
@@ -25,7 +37,7 @@ double([[], []], size=(0, 5)) | double([1, 2, 3, 4], size=(2, 3)) | double([1, 2
 double([], size=(2, 2)) | double([[1, 2]], size=(2, 2)) | double([[1, 2, 3], [4, 5, 6]], size=(3, 2, 1)) | double([[1], [2]], size=(2,))
 double(['ab', 'cd']) | double([[1], ['a']]) | double(['a', 1]) | double([[1, 2], [3]]) | double([[1, 2], 3]) | double([1, [2]])
 double([[[1, 2], [3, 4]], [[5, 6, 7], [8, 9, 10]]]) | double([[[1]], [2]]) | double([[[1]], [2j]]) | double([[[], []], [[1], [2]]])
-double([[[1], [2]], [[], []]]) | double([[[]], [[1]]]) | logical(5, is_complex=True) | int8([1, 2.5]) | uint8([[1], [-1]])
+logical([0.0, 2.5, 0j, 1j, 1e999 - 1e999, complex(0, 1e999 - 1e999), -0.0]) | double([[[1], [2]], [[], []]]) | double([[[]], [[1]]]) | logical(5, is_complex=True) | int8([1, 2.5]) | uint8([[1], [-1]])
 """)
 def test_builds_and_refuses_as_the_model(code):
     compare(["a = " + code])
@@ -51,17 +63,26 @@ def test_other_roads_to_the_same_array(code, same):
     agrees(eval(code, names))
 
 
+def elements_at_an_odd_address(typecode):
+    return memoryview(b"x" + array.array(typecode, [1, 2]).tobytes())[1:].cast(typecode)
+
+
 @each_code("""
 b'' | b'ab' | bytearray(b'ab') | Fives(b'ab') | array('d', [1.5, -0.0]) | array('f', [0.1]) | array('b', [-1, 44])
 array('Q', [2 ** 64 - 1]) | array('q', [-2 ** 63]) | array('d')[:] | memoryview(b'abcd')[::-2] | [memoryview(b''), [1]]
 memoryview(array('d', [1, 2, 3]))[1:] | memoryview(b'ab').cast('c') | memoryview(b'\\x00\\x02').cast('?')
 memoryview(b'abcd').cast('B', [2, 2]) | memoryview(b'abcdefgh').cast('n') | memoryview(b'abcdefgh').cast('P')
-memoryview(b'a').cast('B', []) | int8([[1, 2], [3, -4]])[::-1] | int64([2 ** 53 + 1], is_complex=True)
+odd('h') | odd('i') | odd('q') | odd('f') | odd('d') | memoryview(b'a').cast('B', []) | int8([[1, 2], [3, -4]])[::-1] | int64([2 ** 53 + 1], is_complex=True)
 uint64([2.0 ** 63, 5], is_complex=True).real() | double([1e300, -1e300]) | single(size=(2, 0, 3)) | logical([True])
 [int8([1, 2])[0], (3, 4)] | [int8(size=(2, 0)), [[1], [2]]] | [[[1], [2]], int8(size=(2, 0))]
 """)
 def test_sequences_that_lie_in_memory_read_as_those_that_are_walked(code):
-    names = dict(NAMES, array=array.array, Fives=type("Fives", (bytes,), {"__getitem__": lambda self, i: 5}))
+    names = dict(
+        NAMES,
+        array=array.array,
+        odd=elements_at_an_odd_address,
+        Fives=type("Fives", (bytes,), {"__getitem__": lambda self, i: 5}),
+    )
     forms = ("%s(s%s)", "%s(vector=s%s)", "%s(s, size=(2, 1)%s)")
     for made in (code, "[%s, %s]" % (code, code)):
         for row, flag, form in itertools.product(ROWS, ("", ", is_complex=True"), forms):
@@ -206,6 +227,20 @@ def test_refusals(row):
     kind, text, table = re.fullmatch("(.*?): (.*) -> (.*)", row).groups()
     for code in codes(table):
         assert (code, outcome(code, dict(NAMES))) == (code, (kind, text))
+
+
+# Blocks of rows and columns, several dimensions between the first and the last, some of length 1.
+@each_row("""
+(40, 20) -> int8 | (17, 3, 33) -> int16 | (2, 3, 4, 5) -> single | (3, 4, 1, 2, 3, 2) -> double | (1, 33, 1, 17) -> int64
+(5, 2, 3) -> double c | (18, 17) -> single c | (2, 5, 3, 2) -> int8 c
+""")
+def test_nested_order_becomes_storage_order(code, end):
+    count = itertools.count()
+
+    def nest(lengths):
+        return [nest(lengths[1:]) for _ in range(lengths[0])] if lengths else next(count) % 101
+
+    compare(["a = %s(%s%s)" % (end.split()[0], nest(eval(code)), ", is_complex=True" if " c" in end else "")])
 
 
 @each_class

@@ -9,8 +9,6 @@ import pytest
 from helpers import CLASSES, NAMES, codes, refuses, rows
 from model import RANGES
 
-FLOAT = "quarna.%s does not accept floating-point values."
-COMPLEX = "quarna.%s does not accept complex values if 'is_complex' is not set to 'True'."
 OTHER = "type does not match."
 
 
@@ -40,8 +38,8 @@ WORDS = dict(
     NAN=math.nan,
     LARGEST=3.4028234663852886e38,  # the last among the 32-bit floats
     LONG="Python int too large to convert to C long",
-    FLOAT=FLOAT,
-    COMPLEX=COMPLEX,
+    FLOAT="quarna.%s does not accept floating-point values.",
+    COMPLEX="quarna.%s does not accept complex values if 'is_complex' is not set to 'True'.",
     NONE="value must not be 'None'.",
     OTHER=OTHER,
 )
@@ -92,15 +90,6 @@ def test_numbers(code, row):
         else:
             names["made"] = eval(code, names) or names["made"]
         assert repr(names["made"][0][0]) == repr(result)
-
-
-def test_logical_takes_any_number_when_built_but_only_whole_ones_when_assigned():
-    numbers = [0.0, 2.5, 0j, 1j, math.nan, complex(0, math.nan), -0.0]
-    for made in (NAMES["logical"](numbers), NAMES["logical"](vector=numbers)):
-        assert list(made[0]) == [False, True, False, True, True, True, False]
-        for number, text in (("2.5", FLOAT), ("1j", COMPLEX)):
-            refuses("made[0][1] = " + number, TypeError, text % "logical", made=made)
-            refuses("made[0][0:1] = [%s]" % number, TypeError, text % "logical", made=made)
 
 
 def test_numpy_numbers_count_only_as_what_they_derive_from():

@@ -1,6 +1,5 @@
 """Input that lies, breaks off, changes under the walk, has no end or no size that fits: an error and nothing worse."""
 
-import array
 import copy
 import itertools
 import os
@@ -8,8 +7,7 @@ import pickle
 
 import pytest
 
-import model
-from helpers import NAMES, Sequence, agrees, codes, each_code, each_row, outcome, raising, refuses, rows
+from helpers import NAMES, Sequence, agrees, codes, each_code, each_row, raising, refuses, rows
 
 SIZE_ITEM = "Item %s could not be retrieved from the value associated with the 'size' keyword."
 NO_MEMORY = "unable to allocate memory for array with number of elements = %d; type = %s"
@@ -79,18 +77,6 @@ def test_no_elements_beside_lengths_of_any_size(code, end):
         if size[0]:
             assert empty[2**59 - 1].size == empty[-1].size == size[1:]
             refuses("str(a)", MemoryError, a=empty)
-
-
-def test_elements_in_memory_of_any_alignment():
-    for typecode in "bBhHiIqQfd":
-        elements = array.array(typecode, [1, 2, 3])
-        for start in range(elements.itemsize):
-            memory = bytearray(start) + elements.tobytes()
-            view = memoryview(memory)[start:].cast(typecode)
-            for row in model.ROWS:
-                for code in ("f(s)", "f(s, is_complex=True)", "f(vector=s)", "f([s, s])"):
-                    names = dict(f=NAMES[row.name], s=view)
-                    assert outcome(code, names) == outcome(code, dict(names, s=elements))
 
 
 def test_ten_thousand_dimensions():

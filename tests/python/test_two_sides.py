@@ -192,6 +192,8 @@ the clone is written: s = bare(a) | b = a.clone() | b[0][0] = 7 | b = ()
 taken after the clone: b = a.clone() | s = bare(a) | a[0][0] = 7 | b = ()
 taken of the clone: b = a.clone() | s = bare(b) | b[0][0] = 7 | a = ()
 taken of the clone, the original written: b = a.clone() | s = bare(b) | a[0][0] = 7 | a = ()
+no clone, but a handle and a reshape: handle(a) | s = bare(a) | a.reshape(4, 16) | a[0][0] = 7
+its place is used again: handle(a) | s = bare(a) | a.reshape(4, 16) | a[0][0] = 7 | handle(a)
 """
 
 
@@ -199,7 +201,7 @@ def first_of_bare(lines):
     """Runs the lines; the first element behind s, where all the others are as they were."""
     numpy = pytest.importorskip("numpy")
     names = {"a": NAMES["double"](range(64), size=(8, 8)), "kept": []}
-    names["bare"] = lambda array: numpy.ndarray(64, "d", buffer=array)
+    names["handle"], names["bare"] = handle_of_array, lambda array: numpy.ndarray(64, "d", buffer=array)
     for code in lines:
         exec(code, names)
         names["kept"] += fill_freed_memory()
@@ -213,5 +215,5 @@ def test_a_bare_pointer_after_a_reshape(lines, end):
 
 
 @pytest.mark.parametrize("lines, end", table(CLONED))
-def test_a_bare_pointer_after_a_clone_and_a_write(lines, end):
+def test_a_bare_pointer_after_a_clone_or_a_handle(lines, end):
     assert first_of_bare(lines) in (0, 7)  # before the write or after it, but nobody else's
