@@ -8,6 +8,7 @@ from ctypes import POINTER, byref, c_int, c_size_t, c_void_p
 import pytest
 import quarna  # before the module: only the package says where it is
 import quarnamultidimarrayforpython as module
+from hypothesis import strategies as st
 
 import model
 
@@ -32,6 +33,17 @@ def each_code(table):
 
 def each_row(table):
     return pytest.mark.parametrize("code, end", rows(table))
+
+
+def drawn(table, **parts):
+    """One of the lines of a table, in which a name in braces stands for what its strategy draws."""
+
+    def line(text):
+        names = re.findall(r"{(\w+)}", text)
+        empty = re.sub(r"{\w+}", "{}", text)
+        return st.tuples(*[parts[name] for name in names]).map(lambda values: empty.format(*values))
+
+    return st.one_of([line(text) for text in codes(table)])
 
 
 class Sequence:

@@ -8,44 +8,38 @@ import pytest
 from hypothesis import HealthCheck, given, settings
 from hypothesis import strategies as st
 
-from helpers import NAMES, OPERATIONS, codes, handle_contents, handle_of_array, outcome
-from test_random_programs import line
+from helpers import NAMES, OPERATIONS, codes, drawn, handle_contents, handle_of_array, outcome
 from two_sides import Run
 
-NAME, VIEW = st.sampled_from("abcd"), st.sampled_from("vw")
 NUMBER = st.sampled_from([0, 1, 1, 2, 7, True, 2j, 0.5])
-BOUND = st.one_of(st.just(""), st.integers(-3, 3))
-KEY = st.one_of(st.integers(-2, 2), line("{}:{}:{}", BOUND, BOUND, st.sampled_from(["", 1, 2, -1])))
-PART = line("{}{}", NAME, st.lists(line("[{}]", KEY), max_size=2).map("".join))
-RIGHT = st.one_of(NUMBER, PART, st.lists(NUMBER, min_size=1, max_size=3), st.just([[3, 4], [5, 6]]))
-SHAPE = st.sampled_from([(3, 2), (2, 3), (1, 6), (6, 1), (1, 2, 3), (12, 1), (3, 0)])
-FAMILY = st.sampled_from(
-    codes("""
-    int16([[1, 2, 3], [4, 5, 6]]) | double(range(12), size=(3, 2, 2)) | logical([1, 0, 1, 1, 0, 0])
-    int16(size=(0, 3)) | double([[1j, 2], [3, 4j], [5, 6]], is_complex=True)
-    handed('int16', (2, 3), [1, 2, 3, 4, 5, 6]) | handed('logical', (3, 1, 2), [1, 0, 0, 1, 1, 1])
-    handed('double', (3, 1), [1, 2, 3])
-    """)
+PARTS = dict(
+    name=st.sampled_from("abcd"),
+    view=st.sampled_from("vw"),
+    index=st.integers(-2, 2),
+    bound=st.one_of(st.just(""), st.integers(-3, 3)),
+    step=st.sampled_from(["", 1, 2, -1]),
+    number=NUMBER,
+    numbers=st.lists(NUMBER, min_size=1, max_size=3),
+    place=st.integers(0, 5),
+    bit=st.integers(0, 1),
+    shape=st.sampled_from([(3, 2), (2, 3), (1, 6), (6, 1), (1, 2, 3), (12, 1), (3, 0)]),
 )
-LINE = st.one_of(
-    line("{} = {}", NAME, FAMILY),
-    line("{} = {}", NAME, PART),
-    line("{} = {}.clone()", NAME, NAME),
-    line("{} = {}.clone()", NAME, PART),
-    line("{} = parts({})", NAME, NAME),
-    line("{}[{}] = {}", PART, KEY, RIGHT),
-    line("{}[{}] = {}", PART, KEY, RIGHT),
-    line("{}[{}][{}] = {}", NAME, *[st.integers(0, 1)] * 2, NUMBER),
-    line("{} = export({})", VIEW, PART),
-    line("{} = ()", VIEW),
-    line("handle({})", NAME),
-    line("handle({})", NAME),
-    line("poke({}, {}, {})", NAME, st.integers(0, 5), st.integers(0, 1)),
-    line("poke({}, {}, {})", NAME, st.integers(0, 5), st.integers(0, 1)),
-    line("{}.reshape{}", NAME, SHAPE),
-    line("{}.reshape{}", NAME, SHAPE),
-    line("{} = ()", NAME),
-    st.just("collect()"),
+PARTS["key"] = drawn("{index} | {bound}:{bound}:{step}", **PARTS)
+PARTS["part"] = drawn("{name} | {name}[{key}] | {name}[{key}][{key}]", **PARTS)
+PARTS["right"] = drawn("{number} | {part} | {numbers} | [[3, 4], [5, 6]]", **PARTS)
+PARTS["family"] = drawn("""
+int16([[1, 2, 3], [4, 5, 6]]) | double(range(12), size=(3, 2, 2)) | logical([1, 0, 1, 1, 0, 0]) | int16(size=(0, 3))
+double([[1j, 2], [3, 4j], [5, 6]], is_complex=True) | handed('int16', (2, 3), [1, 2, 3, 4, 5, 6])
+handed('logical', (3, 1, 2), [1, 0, 0, 1, 1, 1]) | handed('double', (3, 1), [1, 2, 3])
+""")
+LINE = drawn(
+    """
+{name} = {family} | {name} = {part} | {name} = {name}.clone() | {name} = {part}.clone() | {name} = parts({name})
+{part}[{key}] = {right} | {part}[{key}] = {right} | {name}[{bit}][{bit}] = {number} | {view} = export({part})
+{view} = () | handle({name}) | handle({name}) | poke({name}, {place}, {bit}) | poke({name}, {place}, {bit})
+{name}.reshape{shape} | {name}.reshape{shape} | {name} = () | collect()
+""",
+    **PARTS,
 )
 BEGIN = codes("""
 a = int16([[1, 2, 3], [4, 5, 6]]) | b = double([[1j, 2], [3, 4j], [5, 6]], is_complex=True)
