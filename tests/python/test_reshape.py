@@ -84,25 +84,20 @@ a[0] = s | a[0:] = s | a[0][0:] = s | row[0:1] = s | row[:] = s | row[i:] = [9, 
 """)
 def test_a_target_reshaped_while_its_subscript_or_its_right_side_is_read(code):
     array = six()
-    names = dict(
-        a=array,
-        row=array[1],
-        part=array[0:],
-        s=Sequence(1, lambda i: array.reshape(3, 2) and 1),
-        i=type("Index", (), {"__index__": lambda self: array.reshape(3, 2) and 1})(),
-    )
+    bound = type("Bound", (), {"__index__": lambda self: array.reshape(3, 2) and 1})()
+    names = dict(a=array, row=array[1], part=array[0:], s=Sequence(1, lambda i: bound.__index__()), i=bound)
     with pytest.raises(RuntimeError, match="reshaped"):
         exec(code, names)
     assert array == six().reshape(3, 2)
     agrees(array)
 
 
-@pytest.mark.parametrize(
-    "act",
-    codes("""
+ACTS = codes("""
 a.reshape(3, 2) | kept.append(memoryview(a)) | a[0:1] = [7, 8, 9] | str(a), a == a | kept.append(a.clone()) | del a
-"""),
-)
+""")
+
+
+@pytest.mark.parametrize("act", ACTS)
 @each_code("""
 a[0] = s | a[0:] = s | a[0][0:] = s | a[1:][0] = s | a[0][1] = s[0] | a[i:] = s | a[0][i:] = s | a[i:] | a[1][:i] | a[::-1][i:]
 int8([a[0], s, a[1]]) | int8(s) | int8(vector=s) | int8(s, size=s) | a.reshape(s)
