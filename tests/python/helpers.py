@@ -77,9 +77,8 @@ def outcome(code, names):
         if " = " in code:
             return exec(code, names)
         value = eval(code, names)
-        return repr(
-            [value, value.size, len(value), list(map(str, value))] if hasattr(value, "size") else value
-        )
+        is_array = hasattr(value, "size")
+        return repr([value, value.size, len(value), list(map(str, value))] if is_array else value)
     except Exception as failure:
         return "stale" if "reshaped since" in str(failure) else (type(failure).__name__, str(failure))
 
@@ -99,14 +98,10 @@ def compare(program):
 
 def numbers(table):
     """The numbers of the rows of a table of the library, by name."""
-    tables = os.path.join(
-        os.path.dirname(__file__), os.pardir, os.pardir, "library", "include", "quarna_data_array"
-    )
-    with open(os.path.join(tables, table + ".def")) as file:
-        return {
-            name: int(number)
-            for number, name in re.findall(r"^QUARNA_\w+\( *(\d+), (\w+),", file.read(), re.MULTILINE)
-        }
+    path = os.path.join(os.path.dirname(__file__), "../../library/include/quarna_data_array", table + ".def")
+    with open(path) as file:
+        found = re.findall(r"^QUARNA_\w+\( *(\d+), (\w+),", file.read(), re.MULTILINE)
+    return {name: int(number) for number, name in found}
 
 
 OPERATIONS, ELEMENT_TYPES, ERROR_CODES = map(numbers, ("operations", "element_types", "error_codes"))

@@ -18,7 +18,6 @@ from helpers import (
     each_row,
     outcome,
     refuses,
-    rows,
 )
 from model import ROWS
 
@@ -43,9 +42,7 @@ def test_builds_and_refuses_as_the_model(code):
     compare(["a = " + code])
 
 
-@pytest.mark.parametrize(
-    "code, same",
-    rows("""
+@each_row("""
 double(None, None, None) -> double() | double(vector=[1, 2]) -> double([1, 2]) | double(vector=[]) -> double([[]])
 double(None, (2, 2), [1, 3, 2, 4]) -> double([[1, 2], [3, 4]]) | double(vector=[7], size=(1, 1, 1)) -> double([7])
 double(vector=[], size=(3, 0)) -> double([[], [], []]) | int8(vector=b'ab', size=(2, 1)) -> int8([[97], [98]])
@@ -55,11 +52,10 @@ double({}) -> double() | double({'size': (1, 2)}) -> double([0, 0]) | double({},
 double({'is_complex': True}, [[1, 2]]) -> double([1, 2], is_complex=True) | double(Options(size=(1, 1))) -> double([0])
 double({'vector': [1, 3, 2, 4]}, None, (2, 2)) -> double([[1, 2], [3, 4]])
 double({'size': (1, 2)}, **{}) -> double([0, 0]) | double({}, [1], **{}) -> double([1])
-"""),
-)
-def test_other_roads_to_the_same_array(code, same):
+""")
+def test_other_roads_to_the_same_array(code, end):
     names = dict(NAMES, array=array.array, Options=type("Options", (dict,), {}))
-    assert outcome(code, names) == outcome(same, names)
+    assert outcome(code, names) == outcome(end, names)
     agrees(eval(code, names))
 
 
@@ -95,9 +91,7 @@ def pythons_own(*args, **kwds):
     """What CPython's parser says of arguments for the same four names."""
     parse, unread = ctypes.pythonapi.PyArg_ParseTupleAndKeywords, [ctypes.py_object() for _ in range(4)]
     names = (ctypes.c_char_p * 5)(b"initializer", b"size", b"vector", b"is_complex", None)
-    parse.argtypes = [ctypes.py_object, ctypes.py_object, ctypes.c_char_p, ctypes.c_void_p] + [
-        ctypes.c_void_p
-    ] * 4
+    parse.argtypes = [ctypes.py_object] * 2 + [ctypes.c_char_p] + [ctypes.c_void_p] * 5
     parse(args, kwds, b"|OOOO", names, *map(ctypes.addressof, unread))
 
 
@@ -110,32 +104,26 @@ class Equal(str):
         return True
 
 
-@pytest.mark.parametrize(
-    "arguments",
-    codes("""
+@each_code("""
 1, 2, 3, 4, 5 | 1, 2, 3, 4, size=5 | [1], initializer=[1] | 1, 2, size=3, vector=4 | [1], shape=5 | Size=5, initialiser=3
 *[1] * 7 | vector=1, **{'siz\\xe9': 2} | **{'a': 1, 'b': 2, 'c': 3, 'd': 4, 'e': 5} | 1, 2, 3, True, is_complex=True
-"""),
-)
-def test_arguments_are_refused_in_the_words_of_python(arguments):
+""")
+def test_arguments_are_refused_in_the_words_of_python(code):
     with pytest.raises(TypeError) as ours:
-        eval("double(%s)" % arguments, NAMES)
+        eval("double(%s)" % code, NAMES)
     with pytest.raises(TypeError) as theirs:
-        eval("f(%s)" % arguments, dict(f=pythons_own))
+        eval("f(%s)" % code, dict(f=pythons_own))
     assert str(ours.value) == str(theirs.value)
 
 
-@pytest.mark.parametrize(
-    "options, end",
-    rows("""
+@each_row("""
 {1: 2} -> keywords must be strings | {None: 1, 'size': (1, 2)} -> keywords must be strings
 {Equal('other'): 5} -> 'other' | {Equal('size'): (1, 2), 'vector': [3, 4]} -> [[3.0,4.0]]
 {Other('size'): (2, 1), 'size': (1, 2)} -> keywords must be strings
-"""),
-)
-def test_a_leading_dictionary_of_odd_keys(options, end):
+""")
+def test_a_leading_dictionary_of_odd_keys(code, end):
     names = dict(NAMES, Equal=Equal, Other=type("Other", (str,), {"__hash__": lambda self: 1}))
-    found = str(outcome("str(double(%s))" % options, names))
+    found = str(outcome("str(double(%s))" % code, names))
     assert end in found and ("[[" in end or "TypeError" in found)
 
 
@@ -149,12 +137,8 @@ def test_a_leading_dictionary_that_its_own_keys_empty():
 
     options = {}
     for name in ("size", "vector", "initializer", "is_complex", "other"):
-        options = {
-            Emptying(name): bytearray(10**6),
-            "size": Fleeting(),
-            "vector": Fleeting(),
-            "initializer": Fleeting(),
-        }
+        options = {Emptying(name): bytearray(10**6)}
+        options.update({key: Fleeting() for key in ("size", "vector", "initializer")})
         for _ in range(3):
             try:
                 NAMES["double"](options)
@@ -169,32 +153,29 @@ class Fleeting(list):
         self.extend(bytes(10000))
 
 
-@pytest.mark.parametrize(
-    "beside",
-    codes("""
+@each_code("""
 [[1, 2], [3, 4]] | [[1], [2]] | [[1, 2, 3], [4, 5, 6]] | [1, 2] | [[[1]], [[2]]] | [[], []] | 5
-"""),
-)
-def test_an_array_in_a_nest_is_taken_and_refused_as_its_list(beside):
-    for place, nest in itertools.product(
-        range(5), ("[%s, x]", "[x, %s]", "[[%s], [x]]", "[[x, x], [%s, x]]", "[[%s], [x, x]]")
-    ):
-        rows, code = [[1, 2], [3, 4]], "int8(%s)" % nest % beside
+""")
+def test_an_array_in_a_nest_is_taken_and_refused_as_its_list(code):
+    nests = codes("[%s, x] | [x, %s] | [[%s], [x]] | [[x, x], [%s, x]] | [[%s], [x, x]]")
+    for place, nest in itertools.product(range(5), nests):
+        call, listed = "int8(%s)" % nest % code, [[1, 2], [3, 4]]
         if place < 4:
-            rows[place // 2][place % 2] = 300
-        for listed, made in ((rows, NAMES["int16"](rows)), (rows[::-1], NAMES["int16"](rows)[::-1])):
-            assert (code, outcome(code, dict(NAMES, x=listed))) == (code, outcome(code, dict(NAMES, x=made)))
+            listed[place // 2][place % 2] = 300
+        made = NAMES["int16"](listed)
+        for step in (1, -1):
+            expected = outcome(call, dict(NAMES, x=listed[::step]))
+            assert (call, expected) == (call, outcome(call, dict(NAMES, x=made[::step])))
 
 
 def test_only_the_length_of_what_could_be_alike_is_asked():
-    class Shy(list):
-        __len__ = None
-
-    refuses("double([1, shy])", ValueError, "elements of array are of different lengths or types.", shy=Shy())
-    refuses(
-        "double([[1], 2, shy])", ValueError, "elements of array are of different lengths or types.", shy=Shy()
+    shy, text = (
+        type("Shy", (list,), {"__len__": None})(),
+        "elements of array are of different lengths or types.",
     )
-    refuses("double([[1], shy, 2])", TypeError, shy=Shy())
+    refuses("double([1, shy])", ValueError, text, shy=shy)
+    refuses("double([[1], 2, shy])", ValueError, text, shy=shy)
+    refuses("double([[1], shy, 2])", TypeError, shy=shy)
 
 
 REFUSALS = """

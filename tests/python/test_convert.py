@@ -6,7 +6,7 @@ import math
 
 import pytest
 
-from helpers import CLASSES, NAMES, codes, refuses, rows
+from helpers import CLASSES, NAMES, each_code, refuses, rows
 from model import RANGES
 
 OTHER = "type does not match."
@@ -73,9 +73,7 @@ BOUNDS = """{0}: {1} -> {1} | {2} -> {2} | {1} - 1 -> beyond({1} - 1) | {2} + 1 
 TABLE += "".join(BOUNDS.format(name, *bounds) for name, bounds in RANGES.items() if "64" not in name)
 
 
-@pytest.mark.parametrize(
-    "code", codes("cls([value], **flag) | cls(vector=[value], **flag) | made[0].__setitem__(0, value)")
-)
+@each_code("cls([value], **flag) | cls(vector=[value], **flag) | made[0].__setitem__(0, value)")
 @pytest.mark.parametrize("row", TABLE.strip().splitlines())
 def test_numbers(code, row):
     (name, *is_complex), pairs = row.split(": ")[0].split(), rows(row.split(": ")[1])

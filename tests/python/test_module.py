@@ -101,10 +101,8 @@ def test_handles_that_are_refused_or_strange():
 
 
 def run(code):
-    path = os.pathsep.join(
-        [os.path.dirname(module.__file__)] + os.environ.get("PYTHONPATH", "").split(os.pathsep)
-    )
-    environment = dict(os.environ, PYTHONPATH=path)
+    path = [os.path.dirname(module.__file__), os.environ.get("PYTHONPATH", "")]
+    environment = dict(os.environ, PYTHONPATH=os.pathsep.join(path))
     return subprocess.check_output([sys.executable, "-c", code], env=environment).decode().strip()
 
 

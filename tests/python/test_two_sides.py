@@ -1,5 +1,6 @@
 """What Python and native code see of one array, line by line: its elements, exports, handles, clones."""
 
+import ctypes
 import itertools
 import re
 import struct
@@ -158,6 +159,13 @@ def test_a_handle_lasts_as_long_as_an_iterator():
     kept = fill_freed_memory()
     assert handle_contents(start, 8)[:2] == ((8, 8), struct.pack("64d", 7, *range(1, 64))) and kept
     assert list(next(walk)) == [7] + list(range(8, 64, 8))
+
+
+def test_the_handle_of_a_part_is_not_that_of_its_clone():
+    part = NAMES["int16"]([[1, 2], [3, 4]])[0]
+    clone = part.clone()
+    ctypes.memmove(handle_contents(handle_of_array(part), 2)[2], bytes(4), 4)
+    assert str(clone) == "[[1,2]]" and str(part.clone()) == "[[0,0]]"
 
 
 # NumPy's constructor gives the export back at once and keeps the address. a is 8 by 8: 0 to 63, as stored.
