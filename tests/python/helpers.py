@@ -3,7 +3,7 @@
 import ctypes
 import os
 import re
-from ctypes import POINTER, byref, c_int, c_size_t, c_void_p
+from ctypes import POINTER, byref, c_char_p, c_int, c_size_t, c_ssize_t, c_void_p
 
 import pytest
 import quarna  # before the module: only the package says where it is
@@ -136,6 +136,16 @@ def dump(array):
 
 def operation(name, result, *kinds):
     return ctypes.CFUNCTYPE(result, *kinds)(library.get_function_ptr(OPERATIONS[name]))
+
+
+class View(ctypes.Structure):
+    _fields_ = [("buf", c_void_p), ("obj", c_void_p), ("len", c_ssize_t), ("itemsize", c_ssize_t)]
+    _fields_ += [("readonly", c_int), ("ndim", c_int), ("format", c_char_p), ("shape", POINTER(c_ssize_t))]
+    _fields_ += [("strides", POINTER(c_ssize_t)), ("suboffsets", c_void_p), ("internal", c_void_p)]
+
+
+def export(array, view, flags):
+    return ctypes.pythonapi.PyObject_GetBuffer(ctypes.py_object(array), byref(view), flags)
 
 
 class Script:

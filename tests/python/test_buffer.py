@@ -3,20 +3,10 @@
 import ctypes
 import gc
 import sys
-from ctypes import POINTER, byref, c_char_p, c_int, c_ssize_t, c_void_p
+from ctypes import byref
 
 
-from helpers import NAMES, codes, each_class, each_row, refuses
-
-
-class View(ctypes.Structure):
-    _fields_ = [("buf", c_void_p), ("obj", c_void_p), ("len", c_ssize_t), ("itemsize", c_ssize_t)]
-    _fields_ += [("readonly", c_int), ("ndim", c_int), ("format", c_char_p), ("shape", POINTER(c_ssize_t))]
-    _fields_ += [("strides", POINTER(c_ssize_t)), ("suboffsets", c_void_p), ("internal", c_void_p)]
-
-
-def export(array, view, flags):
-    return ctypes.pythonapi.PyObject_GetBuffer(ctypes.py_object(array), byref(view), flags)
+from helpers import NAMES, View, codes, each_class, each_row, export, refuses
 
 
 WORDS = {
@@ -28,9 +18,10 @@ WORDS = {
 
 # Each flag by itself, then those that go together; the refusal of a real array, and that of a complex one.
 @each_row("""
-0x000 -> - - | 0x001 -> writable writable | 0x004 -> - format | 0x008 -> - - | 0x018 -> - - | 0x038 -> order order
-0x058 -> - - | 0x098 -> - - | 0x118 -> - - | 0x020 -> - - | 0x009 -> writable writable | 0x039 -> writable writable
-0x11d -> writable writable | 0x03c -> order format | 0x01c -> - format | 0x11c -> - format | 0x1de -> - format
+0x000 -> - - | 0x001 -> writable writable | 0x004 -> - format | 0x008 -> - - | 0x018 -> - -
+0x038 -> order order | 0x058 -> - - | 0x098 -> - - | 0x118 -> - - | 0x020 -> - - | 0x009 -> writable writable
+0x039 -> writable writable | 0x11d -> writable writable | 0x03c -> order format | 0x01c -> - format
+0x11c -> - format | 0x1de -> - format
 """)
 def test_requests(code, end):
     whole, flags = NAMES["int16"]([[1, 2, 3], [4, 5, 6]]), int(code, 16)

@@ -23,33 +23,42 @@ from model import ROWS
 
 
 @each_code("""
-double() | double(None) | double(is_complex=True) | int8(size=(2, 2)) | single(size=[1, 2], is_complex=True) | logical(size=(2,))
-int8(size=(2, 1, 1, 1)) | int8(size=(1, 1, 1)) | int8(size=(1, 1, 2)) | int8(size=(True, 2)) | int8(size=(0, 3)) | int8(size=(2, 0))
-int8(size=(2, 0, 1)) | int8(None, range(1, 3)) | double(5) | int8(True) | double([5]) | double([]) | double([[]]) | double([[], []])
-double([1, 2]) | double([[1], [2]]) | double(((1, 2), [3, 4])) | double([[[1, 2], [3, 4]]]) | double([[[1], [2]]]) | double([[[[1]]]])
-double([[[], []], [[], []]]) | double([1 + 2j, 3], is_complex=True) | logical([[1, 0], [0, 2.5]], is_complex=False)
-int16(b'ab') | int16([bytearray(b'ab'), b'cd']) | int16(range(3)) | double(int8([[1, 2], [3, 4]])) | double(int8([[1, 2], [3, 4]])[1])
-double(int8([[1, 2], [3, 4]])[::-1]) | int8([logical([True]), uint8([7])]) | int8([single([1])]) | int8(double([1j], is_complex=True))
-double([1, 3, 2, 4], size=(2, 2)) | double(range(8), (2, 2, 2)) | double([[1, 2], [3, 4]], size=(2, 2, 1)) | double([[1, 2]], size=None)
-double([1, 2], size=(2,)) | int8([1, 2], size=(2, 1)) | double(5, size=(1, 1)) | double([5], size=(1,)) | double([], size=(0, 3))
-double([[], []], size=(0, 5)) | double([1, 2, 3, 4], size=(2, 3)) | double([1, 2, 3], size=(4,)) | double(5, size=(2, 2))
-double([], size=(2, 2)) | double([[1, 2]], size=(2, 2)) | double([[1, 2, 3], [4, 5, 6]], size=(3, 2, 1)) | double([[1], [2]], size=(2,))
-double(['ab', 'cd']) | double([[1], ['a']]) | double(['a', 1]) | double([[1, 2], [3]]) | double([[1, 2], 3]) | double([1, [2]])
-double([[[1, 2], [3, 4]], [[5, 6, 7], [8, 9, 10]]]) | double([[[1]], [2]]) | double([[[1]], [2j]]) | double([[[], []], [[1], [2]]])
-logical([0.0, 2.5, 0j, 1j, 1e999 - 1e999, complex(0, 1e999 - 1e999), -0.0]) | double([[[1], [2]], [[], []]]) | double([[[]], [[1]]]) | logical(5, is_complex=True) | int8([1, 2.5]) | uint8([[1], [-1]])
+double() | double(None) | double(is_complex=True) | int8(size=(2, 2)) | single(size=[1, 2], is_complex=True)
+logical(size=(2,)) | int8(size=(2, 1, 1, 1)) | int8(size=(1, 1, 1)) | int8(size=(1, 1, 2))
+int8(size=(True, 2)) | int8(size=(0, 3)) | int8(size=(2, 0)) | int8(size=(2, 0, 1)) | int8(None, range(1, 3))
+double(5) | int8(True) | double([5]) | double([]) | double([[]]) | double([[], []]) | double([1, 2])
+double([[1], [2]]) | double(((1, 2), [3, 4])) | double([[[1, 2], [3, 4]]]) | double([[[1], [2]]])
+double([[[[1]]]]) | double([[[], []], [[], []]]) | double([1 + 2j, 3], is_complex=True)
+logical([[1, 0], [0, 2.5]], is_complex=False) | int16(b'ab') | int16([bytearray(b'ab'), b'cd'])
+int16(range(3)) | double(int8([[1, 2], [3, 4]])) | double(int8([[1, 2], [3, 4]])[1])
+double(int8([[1, 2], [3, 4]])[::-1]) | int8([logical([True]), uint8([7])]) | int8([single([1])])
+int8(double([1j], is_complex=True)) | double([1, 3, 2, 4], size=(2, 2)) | double(range(8), (2, 2, 2))
+double([[1, 2], [3, 4]], size=(2, 2, 1)) | double([[1, 2]], size=None) | double([1, 2], size=(2,))
+int8([1, 2], size=(2, 1)) | double(5, size=(1, 1)) | double([5], size=(1,)) | double([], size=(0, 3))
+double([[], []], size=(0, 5)) | double([1, 2, 3, 4], size=(2, 3)) | double([1, 2, 3], size=(4,))
+double(5, size=(2, 2)) | double([], size=(2, 2)) | double([[1, 2]], size=(2, 2))
+double([[1, 2, 3], [4, 5, 6]], size=(3, 2, 1)) | double([[1], [2]], size=(2,)) | double(['ab', 'cd'])
+double([[1], ['a']]) | double(['a', 1]) | double([[1, 2], [3]]) | double([[1, 2], 3]) | double([1, [2]])
+double([[[1, 2], [3, 4]], [[5, 6, 7], [8, 9, 10]]]) | double([[[1]], [2]]) | double([[[1]], [2j]])
+double([[[], []], [[1], [2]]]) | logical([0.0, 2.5, 0j, 1j, 1e999 - 1e999, complex(0, 1e999 - 1e999), -0.0])
+double([[[1], [2]], [[], []]]) | double([[[]], [[1]]]) | logical(5, is_complex=True) | int8([1, 2.5])
+uint8([[1], [-1]])
 """)
 def test_builds_and_refuses_as_the_model(code):
     compare(["a = " + code])
 
 
 @each_row("""
-double(None, None, None) -> double() | double(vector=[1, 2]) -> double([1, 2]) | double(vector=[]) -> double([[]])
-double(None, (2, 2), [1, 3, 2, 4]) -> double([[1, 2], [3, 4]]) | double(vector=[7], size=(1, 1, 1)) -> double([7])
-double(vector=[], size=(3, 0)) -> double([[], [], []]) | int8(vector=b'ab', size=(2, 1)) -> int8([[97], [98]])
-int8(vector=[1j], is_complex=True) -> int8([1j], is_complex=True) | int16(memoryview(b'ab')) -> int16([97, 98])
-logical(vector=[2.5, 0j]) -> logical([True, False]) | int16(array('i', [-1, 1])) -> int16([-1, 1])
-double({}) -> double() | double({'size': (1, 2)}) -> double([0, 0]) | double({}, [1, 2]) -> double([1, 2])
-double({'is_complex': True}, [[1, 2]]) -> double([1, 2], is_complex=True) | double(Options(size=(1, 1))) -> double([0])
+double(None, None, None) -> double() | double(vector=[1, 2]) -> double([1, 2])
+double(vector=[]) -> double([[]]) | double(None, (2, 2), [1, 3, 2, 4]) -> double([[1, 2], [3, 4]])
+double(vector=[7], size=(1, 1, 1)) -> double([7]) | double(vector=[], size=(3, 0)) -> double([[], [], []])
+int8(vector=b'ab', size=(2, 1)) -> int8([[97], [98]])
+int8(vector=[1j], is_complex=True) -> int8([1j], is_complex=True)
+int16(memoryview(b'ab')) -> int16([97, 98]) | logical(vector=[2.5, 0j]) -> logical([True, False])
+int16(array('i', [-1, 1])) -> int16([-1, 1]) | double({}) -> double()
+double({'size': (1, 2)}) -> double([0, 0]) | double({}, [1, 2]) -> double([1, 2])
+double({'is_complex': True}, [[1, 2]]) -> double([1, 2], is_complex=True)
+double(Options(size=(1, 1))) -> double([0])
 double({'vector': [1, 3, 2, 4]}, None, (2, 2)) -> double([[1, 2], [3, 4]])
 double({'size': (1, 2)}, **{}) -> double([0, 0]) | double({}, [1], **{}) -> double([1])
 """)
@@ -64,13 +73,15 @@ def elements_at_an_odd_address(typecode):
 
 
 @each_code("""
-b'' | b'ab' | bytearray(b'ab') | Fives(b'ab') | array('d', [1.5, -0.0]) | array('f', [0.1]) | array('b', [-1, 44])
-array('Q', [2 ** 64 - 1]) | array('q', [-2 ** 63]) | array('d')[:] | memoryview(b'abcd')[::-2] | [memoryview(b''), [1]]
-memoryview(array('d', [1, 2, 3]))[1:] | memoryview(b'ab').cast('c') | memoryview(b'\\x00\\x02').cast('?')
-memoryview(b'abcd').cast('B', [2, 2]) | memoryview(b'abcdefgh').cast('n') | memoryview(b'abcdefgh').cast('P')
-odd('h') | odd('i') | odd('q') | odd('f') | odd('d') | memoryview(b'a').cast('B', []) | int8([[1, 2], [3, -4]])[::-1] | int64([2 ** 53 + 1], is_complex=True)
-uint64([2.0 ** 63, 5], is_complex=True).real() | double([1e300, -1e300]) | single(size=(2, 0, 3)) | logical([True])
-[int8([1, 2])[0], (3, 4)] | [int8(size=(2, 0)), [[1], [2]]] | [[[1], [2]], int8(size=(2, 0))]
+b'' | b'ab' | bytearray(b'ab') | Fives(b'ab') | array('d', [1.5, -0.0]) | array('f', [0.1])
+array('b', [-1, 44]) | array('Q', [2 ** 64 - 1]) | array('q', [-2 ** 63]) | array('d')[:]
+memoryview(b'abcd')[::-2] | [memoryview(b''), [1]] | memoryview(array('d', [1, 2, 3]))[1:]
+memoryview(b'ab').cast('c') | memoryview(b'\\x00\\x02').cast('?') | memoryview(b'abcd').cast('B', [2, 2])
+memoryview(b'abcdefgh').cast('n') | memoryview(b'abcdefgh').cast('P') | odd('h') | odd('i') | odd('q')
+odd('f') | odd('d') | memoryview(b'a').cast('B', []) | int8([[1, 2], [3, -4]])[::-1]
+int64([2 ** 53 + 1], is_complex=True) | uint64([2.0 ** 63, 5], is_complex=True).real()
+double([1e300, -1e300]) | single(size=(2, 0, 3)) | logical([True]) | [int8([1, 2])[0], (3, 4)]
+[int8(size=(2, 0)), [[1], [2]]] | [[[1], [2]], int8(size=(2, 0))]
 """)
 def test_sequences_that_lie_in_memory_read_as_those_that_are_walked(code):
     names = dict(
@@ -105,8 +116,9 @@ class Equal(str):
 
 
 @each_code("""
-1, 2, 3, 4, 5 | 1, 2, 3, 4, size=5 | [1], initializer=[1] | 1, 2, size=3, vector=4 | [1], shape=5 | Size=5, initialiser=3
-*[1] * 7 | vector=1, **{'siz\\xe9': 2} | **{'a': 1, 'b': 2, 'c': 3, 'd': 4, 'e': 5} | 1, 2, 3, True, is_complex=True
+1, 2, 3, 4, 5 | 1, 2, 3, 4, size=5 | [1], initializer=[1] | 1, 2, size=3, vector=4 | [1], shape=5
+Size=5, initialiser=3 | *[1] * 7 | vector=1, **{'siz\\xe9': 2} | **{'a': 1, 'b': 2, 'c': 3, 'd': 4, 'e': 5}
+1, 2, 3, True, is_complex=True
 """)
 def test_arguments_are_refused_in_the_words_of_python(code):
     with pytest.raises(TypeError) as ours:
@@ -212,8 +224,8 @@ def test_refusals(row):
 
 # Blocks of rows and columns, several dimensions between the first and the last, some of length 1.
 @each_row("""
-(40, 20) -> int8 | (17, 3, 33) -> int16 | (2, 3, 4, 5) -> single | (3, 4, 1, 2, 3, 2) -> double | (1, 33, 1, 17) -> int64
-(5, 2, 3) -> double c | (18, 17) -> single c | (2, 5, 3, 2) -> int8 c
+(40, 20) -> int8 | (17, 3, 33) -> int16 | (2, 3, 4, 5) -> single | (3, 4, 1, 2, 3, 2) -> double
+(1, 33, 1, 17) -> int64 | (5, 2, 3) -> double c | (18, 17) -> single c | (2, 5, 3, 2) -> int8 c
 """)
 def test_nested_order_becomes_storage_order(code, end):
     count = itertools.count()
@@ -230,8 +242,9 @@ def test_every_class_and_its_complex_form(row):
         [
             code.format(row.name)
             for code in codes("""
-    a = {0}([[1, 0, 1], [0, 1, 1]]) | b = {0}([[1, 2j], [3, 4 + 5j]], is_complex=True) | c = a[1] | a[0] = [1, 1, 0]
-    a[1][0] = 1 | a[0:] = a[::-1] | b[1] = [5 + 6j, 7] | b[0][1] = 1j | a.itemsize | a._is_complex | b.itemsize | b._is_complex
+    a = {0}([[1, 0, 1], [0, 1, 1]]) | b = {0}([[1, 2j], [3, 4 + 5j]], is_complex=True) | c = a[1]
+    a[0] = [1, 1, 0] | a[1][0] = 1 | a[0:] = a[::-1] | b[1] = [5 + 6j, 7] | b[0][1] = 1j | a.itemsize
+    a._is_complex | b.itemsize | b._is_complex
     """)
         ]
     )

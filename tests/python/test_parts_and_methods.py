@@ -42,7 +42,8 @@ def test_64_bits_come_through_parts_and_not_through_complex_numbers():
 
 
 @each_code("""
-a | a[1] | a[1][2] | a[0:1] | a[::-1] | a[1][0:2] | a[1][2][1:3] | a[1][2][1:2] | a[2:2] | a[1][2:2] | a[1][2][2:2] | e | v[0][::-3]
+a | a[1] | a[1][2] | a[0:1] | a[::-1] | a[1][0:2] | a[1][2][1:3] | a[1][2][1:2] | a[2:2] | a[1][2:2]
+a[1][2][2:2] | e | v[0][::-3]
 """)
 def test_clones_and_wholes_of_parts(code):
     compare(

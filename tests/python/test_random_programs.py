@@ -46,9 +46,10 @@ PARTS["part"] = drawn("{name} | {name}[{key}] | {name}[{key}][{key}] | {name}[{k
 PARTS["right"] = drawn("{part} | {number} | {nest} | {fitting}", **PARTS)
 LINE = drawn(
     """
-{name} = {kind}({nest}{flag}) | {name} = {kind}({part}{flag}) | {name} = {kind}({nest}, size={size}{flag}) | {part}
-{name} = {kind}(None, size={size}{flag}) | {name} = {part} | {name} = {part}.clone() | {part} == {part}
-{part}[{key}] = {right} | {part}[{key}] = {right} | {name}.reshape{order} | {name}.reshape({length}, {length})
+{name} = {kind}({nest}{flag}) | {name} = {kind}({part}{flag}) | {name} = {kind}({nest}, size={size}{flag})
+{part} | {name} = {kind}(None, size={size}{flag}) | {name} = {part} | {name} = {part}.clone()
+{part} == {part} | {part}[{key}] = {right} | {part}[{key}] = {right} | {name}.reshape{order}
+{name}.reshape({length}, {length})
 """,
     **PARTS,
 )

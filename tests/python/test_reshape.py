@@ -62,9 +62,9 @@ def test_refusals(row):
 
 
 @each_code("""
-part[0] | part[0:1] | part[0] = 1 | part[0:1] = [1] | len(part) | bool(part) | list(part) | str(part) | repr(part) | part == part
-part != a | a[0:] == part | part.clone() | part.__reduce__() | copy.copy(part) | int8(part) | a[0] = part | a[0:] = [part]
-give(part) | part.size | next(walk) | list(walk) | next(whole)
+part[0] | part[0:1] | part[0] = 1 | part[0:1] = [1] | len(part) | bool(part) | list(part) | str(part)
+repr(part) | part == part | part != a | a[0:] == part | part.clone() | part.__reduce__() | copy.copy(part)
+int8(part) | a[0] = part | a[0:] = [part] | give(part) | part.size | next(walk) | list(walk) | next(whole)
 """)
 def test_what_outlives_a_reshape_is_refused(code):
     for old, new in (((2, 3), (3, 2)), ((2, 3), (1, 6)), ((2, 3), (2, 3)), ((1, 6), (1, 1, 6))):
@@ -80,7 +80,8 @@ def test_what_outlives_a_reshape_is_refused(code):
 
 
 @each_code("""
-a[0] = s | a[0:] = s | a[0][0:] = s | row[0:1] = s | row[:] = s | row[i:] = [9, 9] | row[:i] | part[i:] | part[i:] = [9, 9, 9]
+a[0] = s | a[0:] = s | a[0][0:] = s | row[0:1] = s | row[:] = s | row[i:] = [9, 9] | row[:i] | part[i:]
+part[i:] = [9, 9, 9]
 """)
 def test_a_target_reshaped_while_its_subscript_or_its_right_side_is_read(code):
     array = six()
@@ -93,14 +94,15 @@ def test_a_target_reshaped_while_its_subscript_or_its_right_side_is_read(code):
 
 
 ACTS = codes("""
-a.reshape(3, 2) | kept.append(memoryview(a)) | a[0:1] = [7, 8, 9] | str(a), a == a | kept.append(a.clone()) | del a
+a.reshape(3, 2) | kept.append(memoryview(a)) | a[0:1] = [7, 8, 9] | str(a), a == a | kept.append(a.clone())
+del a
 """)
 
 
 @pytest.mark.parametrize("act", ACTS)
 @each_code("""
-a[0] = s | a[0:] = s | a[0][0:] = s | a[1:][0] = s | a[0][1] = s[0] | a[i:] = s | a[0][i:] = s | a[i:] | a[1][:i] | a[::-1][i:]
-int8([a[0], s, a[1]]) | int8(s) | int8(vector=s) | int8(s, size=s) | a.reshape(s)
+a[0] = s | a[0:] = s | a[0][0:] = s | a[1:][0] = s | a[0][1] = s[0] | a[i:] = s | a[0][i:] = s | a[i:]
+a[1][:i] | a[::-1][i:] | int8([a[0], s, a[1]]) | int8(s) | int8(vector=s) | int8(s, size=s) | a.reshape(s)
 """)
 def test_python_code_in_the_middle_of_a_call(code, act):
     """At each moment when a sequence, a number or a bound of a slice gets to run, one of them acts."""

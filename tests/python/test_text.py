@@ -4,8 +4,9 @@ from helpers import NAMES, each_row
 
 
 @each_row("""
-double([[1, 2.5], [3, -0.0]]) -> double([[1.0,2.5],[3.0,-0.0]]) | double([nan, inf, -inf]) -> double([[nan,inf,-inf]])
-single([0.1]) -> single([[0.10000000149011612]]) | uint64([2 ** 63 - 1]) -> uint64([[9223372036854775807]])
+double([[1, 2.5], [3, -0.0]]) -> double([[1.0,2.5],[3.0,-0.0]])
+double([nan, inf, -inf]) -> double([[nan,inf,-inf]]) | single([0.1]) -> single([[0.10000000149011612]])
+uint64([2 ** 63 - 1]) -> uint64([[9223372036854775807]])
 uint64([1.5e19], is_complex=True).real() -> uint64([15000000000000000000]) | double() -> double([])
 logical([[True], [False]]) -> logical([[True],[False]]) | double(size=(0, 3)) -> double([])
 double([1 + 2j, 3j, -1.5], is_complex=True) -> double([[(1+2j),3j,(-1.5+0j)]], is_complex=True)

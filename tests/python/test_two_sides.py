@@ -29,16 +29,17 @@ PARTS["key"] = drawn("{index} | {bound}:{bound}:{step}", **PARTS)
 PARTS["part"] = drawn("{name} | {name}[{key}] | {name}[{key}][{key}]", **PARTS)
 PARTS["right"] = drawn("{number} | {part} | {numbers} | [[3, 4], [5, 6]]", **PARTS)
 PARTS["family"] = drawn("""
-int16([[1, 2, 3], [4, 5, 6]]) | double(range(12), size=(3, 2, 2)) | logical([1, 0, 1, 1, 0, 0]) | int16(size=(0, 3))
-double([[1j, 2], [3, 4j], [5, 6]], is_complex=True) | handed('int16', (2, 3), [1, 2, 3, 4, 5, 6])
-handed('logical', (3, 1, 2), [1, 0, 0, 1, 1, 1]) | handed('double', (3, 1), [1, 2, 3])
+int16([[1, 2, 3], [4, 5, 6]]) | double(range(12), size=(3, 2, 2)) | logical([1, 0, 1, 1, 0, 0])
+int16(size=(0, 3)) | double([[1j, 2], [3, 4j], [5, 6]], is_complex=True)
+handed('int16', (2, 3), [1, 2, 3, 4, 5, 6]) | handed('logical', (3, 1, 2), [1, 0, 0, 1, 1, 1])
+handed('double', (3, 1), [1, 2, 3])
 """)
 LINE = drawn(
     """
-{name} = {family} | {name} = {part} | {name} = {name}.clone() | {name} = {part}.clone() | {name} = parts({name})
-{part}[{key}] = {right} | {part}[{key}] = {right} | {name}[{bit}][{bit}] = {number} | {view} = export({part})
-{view} = () | handle({name}) | handle({name}) | poke({name}, {place}, {bit}) | poke({name}, {place}, {bit})
-{name}.reshape{shape} | {name}.reshape{shape} | {name} = () | collect()
+{name} = {family} | {name} = {part} | {name} = {name}.clone() | {name} = {part}.clone()
+{name} = parts({name}) | {part}[{key}] = {right} | {part}[{key}] = {right} | {name}[{bit}][{bit}] = {number}
+{view} = export({part}) | {view} = () | handle({name}) | handle({name}) | poke({name}, {place}, {bit})
+poke({name}, {place}, {bit}) | {name}.reshape{shape} | {name}.reshape{shape} | {name} = () | collect()
 """,
     **PARTS,
 )

@@ -109,17 +109,25 @@ TEST(ErrorCodes, BecomeTheirExceptions)
     }
 }
 
-// Of the operations that Python has no need of. The others it calls while each of them fails.
+// Of operations that Python has no need of, or only with an older library.
 TEST(Refusals, OfTheLibraryAreThrownAndLeakNothing)
 {
     auto complex = filledArray<std::complex<float>>({2});
     Array const holder = complex;
     ArrayFactory factory;
+    auto const newest = [](quarna_operation newer, quarna_operation older) {
+        return get_function_ptr(newer) != nullptr ? newer : older;
+    };
     std::pair<quarna_operation, std::function<void()>> const rows[]{
         {QUARNA_OPERATION_create_scalar, [&] { factory.createScalar(2.0); }},
         {QUARNA_OPERATION_create_array, [&] { factory.createArray<double>({2}); }},
         {QUARNA_OPERATION_types_are_compatible, [&] { TypedArray<std::complex<float>>{holder}; }},
         {QUARNA_OPERATION_get_reference, [&] { complex[0]; }},
+        {newest(QUARNA_OPERATION_begin_fast, QUARNA_OPERATION_begin), [&] { complex.elements(); }},
+        {newest(QUARNA_OPERATION_get_complex_address, QUARNA_OPERATION_dereference),
+         [&] { complex.elements(); }},
+        {newest(QUARNA_OPERATION_get_complex_address, QUARNA_OPERATION_get_part_addresses),
+         [&] { complex.elements(); }},
     };
     for (auto const& [operation, work] : rows) {
         scripted_fail(operation, QUARNA_ERROR_OutOfMemory, 0);
