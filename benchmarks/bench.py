@@ -19,7 +19,7 @@ except ImportError:
 
 CONTENDERS = ("quarna", "NumPy", "array", "lists")
 ROUNDS = 9
-TURN = 0.005    # seconds that a turn takes at least
+TURN = 0.005  # seconds that a turn takes at least
 
 SIDE = 500
 rows = [[row + column / SIDE for column in range(SIDE)] for row in range(SIDE)]
@@ -46,7 +46,12 @@ OPERATIONS = {
         "array.array('d', flat)",
         "flat[:]",
     ),
-    "build from array.array": ("quarna.double(numbers)", "numpy.array(numbers)", "numbers[:]", "list(numbers)"),
+    "build from array.array": (
+        "quarna.double(numbers)",
+        "numpy.array(numbers)",
+        "numbers[:]",
+        "list(numbers)",
+    ),
     "build from bytes": (
         "quarna.uint8(data)",
         "numpy.frombuffer(data, 'u1').copy()",
@@ -75,7 +80,12 @@ OPERATIONS = {
         "a[3500:4000] = array.array('d', row)",
         "a[7] = row[:]",
     ),
-    "assign a row, from an array": ("a[7] = b[8]", "a[7] = b[8]", "a[3500:4000] = b[4000:4500]", "a[7] = b[8][:]"),
+    "assign a row, from an array": (
+        "a[7] = b[8]",
+        "a[7] = b[8]",
+        "a[3500:4000] = b[4000:4500]",
+        "a[7] = b[8][:]",
+    ),
     "assign 100 rows, from lists": (
         "a[100:200] = block",
         "a[100:200] = block",
@@ -112,12 +122,20 @@ def timers(statements):
 def best(statements):
     """Seconds that one operation takes, by contender."""
     runs = list(timers(statements))
-    rounds = [{contender: timer.timeit(loops) / loops for contender, timer, loops in runs} for _ in range(ROUNDS)]
+    rounds = [
+        {contender: timer.timeit(loops) / loops for contender, timer, loops in runs} for _ in range(ROUNDS)
+    ]
     return {contender: min(one[contender] for one in rounds) for contender, _, _ in runs}
 
 
 def shown(number):
-    return "{:,.0f}".format(number) if number >= 10 else "{:.1f}".format(number) if number >= 1 else "{:.2f}".format(number)
+    return (
+        "{:,.0f}".format(number)
+        if number >= 10
+        else "{:.1f}".format(number)
+        if number >= 1
+        else "{:.2f}".format(number)
+    )
 
 
 def main():
@@ -127,7 +145,9 @@ def main():
     print(line.format("-" * 30, "-" * 11 + ":", *["-" * 6 + ":"] * 3))
     for what, statements in OPERATIONS.items():
         seconds = best(statements)
-        ratios = [shown(seconds["quarna"] / seconds[other]) if other in seconds else "" for other in CONTENDERS[1:]]
+        ratios = [
+            shown(seconds["quarna"] / seconds[other]) if other in seconds else "" for other in CONTENDERS[1:]
+        ]
         print(line.format(what, shown(seconds["quarna"] * 1e6), *ratios), flush=True)
 
 

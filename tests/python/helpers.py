@@ -3,11 +3,12 @@
 import ctypes
 import os
 import re
-from ctypes import POINTER, byref, c_int, c_size_t, c_void_p
+from ctypes import POINTER, byref, c_char_p, c_int, c_size_t, c_ssize_t, c_void_p
 
 import pytest
 import quarna  # before the module: only the package says where it is
 import quarnamultidimarrayforpython as module
+from hypothesis import strategies as st
 
 import model
 
@@ -19,6 +20,48 @@ each_class = pytest.mark.parametrize("row", model.ROWS, ids=lambda row: row.name
 def codes(table):
     """The rows of a table of code, several to a line."""
     return [code.strip() for line in table.strip().splitlines() for code in line.split(" | ")]
+
+
+def rows(table):
+    """The rows of a table, several to a line, each parted by an arrow into code and what is said of it."""
+    return [tuple(part.strip() for part in row.split(" ->")) for row in codes(table)]
+
+
+def each_code(table):
+    return pytest.mark.parametrize("code", codes(table))
+
+
+def each_row(table):
+    return pytest.mark.parametrize("code, end", rows(table))
+
+
+def drawn(table, **parts):
+    """One of the lines of a table, in which a name in braces stands for what its strategy draws."""
+
+    def line(text):
+        names = re.findall(r"{(\w+)}", text)
+        empty = re.sub(r"{\w+}", "{}", text)
+        return st.tuples(*[parts[name] for name in names]).map(lambda values: empty.format(*values))
+
+    return st.one_of([line(text) for text in codes(table)])
+
+
+class Sequence:
+    """A sequence that does as it is told: length() and item(i) are called for each question."""
+
+    def __init__(self, length, item=lambda i: 1):
+        self.length, self.item = length, item
+
+    def __len__(self):
+        return self.length() if callable(self.length) else self.length
+
+    def __getitem__(self, i):
+        return self.item(i)
+
+
+def raising(kind, at=0):
+    """A function that raises when called with this number or a higher one, and otherwise answers 1."""
+    return lambda i=0: exec("raise kind", {"kind": kind}) if i >= at else 1
 
 
 def refuses(code, kind, text=None, **names):
@@ -34,7 +77,8 @@ def outcome(code, names):
         if " = " in code:
             return exec(code, names)
         value = eval(code, names)
-        return repr([value, value.size, len(value), list(map(str, value))] if hasattr(value, "size") else value)
+        is_array = hasattr(value, "size")
+        return repr([value, value.size, len(value), list(map(str, value))] if is_array else value)
     except Exception as failure:
         return "stale" if "reshaped since" in str(failure) else (type(failure).__name__, str(failure))
 
@@ -54,9 +98,10 @@ def compare(program):
 
 def numbers(table):
     """The numbers of the rows of a table of the library, by name."""
-    tables = os.path.join(os.path.dirname(__file__), os.pardir, os.pardir, "library", "include", "quarna_data_array")
-    with open(os.path.join(tables, table + ".def")) as file:
-        return {name: int(number) for number, name in re.findall(r"^QUARNA_\w+\( *(\d+), (\w+),", file.read(), re.MULTILINE)}
+    path = os.path.join(os.path.dirname(__file__), "../../library/include/quarna_data_array", table + ".def")
+    with open(path) as file:
+        found = re.findall(r"^QUARNA_\w+\( *(\d+), (\w+),", file.read(), re.MULTILINE)
+    return {name: int(number) for number, name in found}
 
 
 OPERATIONS, ELEMENT_TYPES, ERROR_CODES = map(numbers, ("operations", "element_types", "error_codes"))
@@ -78,14 +123,29 @@ handle_of_array = ctypes.PYFUNCTYPE(c_void_p, ctypes.py_object)(_entries[1])
 
 def dump(array):
     """The lines of the native dump of an array."""
-    text, write = ctypes.create_string_buffer(10000), ctypes.CDLL(module.__file__)._ZNK11QCppPyArray14writeToOstreamERSo
-    native = c_void_p.from_address(id(array) + object.__basicsize__)    # the field behind the head of the object
+    text, write = (
+        ctypes.create_string_buffer(10000),
+        ctypes.CDLL(module.__file__)._ZNK11QCppPyArray14writeToOstreamERSo,
+    )
+    native = c_void_p.from_address(
+        id(array) + object.__basicsize__
+    )  # the field behind the head of the object
     native_side.native_side_dump(write, native, text, c_size_t(len(text)))
     return text.value.decode("latin1").splitlines()
 
 
 def operation(name, result, *kinds):
     return ctypes.CFUNCTYPE(result, *kinds)(library.get_function_ptr(OPERATIONS[name]))
+
+
+class View(ctypes.Structure):
+    _fields_ = [("buf", c_void_p), ("obj", c_void_p), ("len", c_ssize_t), ("itemsize", c_ssize_t)]
+    _fields_ += [("readonly", c_int), ("ndim", c_int), ("format", c_char_p), ("shape", POINTER(c_ssize_t))]
+    _fields_ += [("strides", POINTER(c_ssize_t)), ("suboffsets", c_void_p), ("internal", c_void_p)]
+
+
+def export(array, view, flags):
+    return ctypes.pythonapi.PyObject_GetBuffer(ctypes.py_object(array), byref(view), flags)
 
 
 class Script:
@@ -120,11 +180,13 @@ def handle_contents(handle, itemsize):
     """Dimensions, bytes in storage order and their address, of the array behind a handle of the library."""
     count, lengths, reference, address = c_size_t(), POINTER(c_size_t)(), c_void_p(), c_void_p()
     operation("get_dimensions", c_int, c_void_p, c_void_p, c_void_p)(handle, byref(count), byref(lengths))
-    dimensions = tuple(lengths[:count.value])
+    dimensions = tuple(lengths[: count.value])
     if model.product(dimensions) == 0:
         return dimensions, b"", None
     assert operation("get_reference", c_int, c_void_p, c_size_t, c_void_p)(handle, 0, byref(reference)) == 0
-    operation("get_part_addresses", c_int, c_void_p, c_void_p, c_void_p)(reference, byref(address), byref(c_void_p()))
+    operation("get_part_addresses", c_int, c_void_p, c_void_p, c_void_p)(
+        reference, byref(address), byref(c_void_p())
+    )
     operation("destroy_reference", None, c_void_p)(reference)
     return dimensions, ctypes.string_at(address.value, model.product(dimensions) * itemsize), address.value
 

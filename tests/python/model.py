@@ -7,11 +7,16 @@ from collections import namedtuple
 
 # the class, array.array's character, the buffer format, the bytes of a real element
 Row = namedtuple("Row", "name typecode format bytes")
-ROWS = [Row(*row) for row in zip(
-    "double single int8 uint8 int16 uint16 int32 uint32 int64 uint64 logical".split(), "dfbBhHiIlLB", "dfbBhHiIqQ?",
-    (8, 4, 1, 1, 2, 2, 4, 4, 8, 8, 1))]
-RANGES = {row.name: (0, 2 ** (8 * row.bytes) - 1) if row.name[0] == "u" else
-          (-2 ** (8 * row.bytes - 1), 2 ** (8 * row.bytes - 1) - 1) for row in ROWS if "int" in row.name}
+ROWS = """
+double d d 8 | single f f 4 | int8 b b 1 | uint8 B B 1 | int16 h h 2 | uint16 H H 2 | int32 i i 4 | uint32 I I 4
+int64 l q 8 | uint64 L Q 8 | logical B ? 1
+"""
+ROWS = [Row(*row.split()) for row in ROWS.replace(" | ", "\n").strip().splitlines()]
+ROWS = [row._replace(bytes=int(row.bytes)) for row in ROWS]
+HALVES = {row.name: 2 ** (8 * row.bytes - 1) for row in ROWS if "int" in row.name}
+RANGES = {name: (0, 2 * half - 1) if name[0] == "u" else (-half, half - 1) for name, half in HALVES.items()}
+UNLIKE = "unable to perform assignment because the left and right sides have a different shape."
+COUNTS = "number of elements specified by arguments to reshape() (%d) does not match current number (%d)."
 ShapeError, SizeError = type("ShapeError", (Exception,), {}), type("SizeError", (Exception,), {})
 
 
@@ -30,13 +35,15 @@ def convert(row, is_complex, coerce, value):
         low, high = RANGES[row.name]
         for part in (value.real, value.imag):
             if not low - 1 < part < high + 1:
-                raise OverflowError("value (%g) cannot be stored in a variable of type %s." % (part, row.name))
+                raise OverflowError(
+                    "value (%g) cannot be stored in a variable of type %s." % (part, row.name)
+                )
         value = value if isinstance(value, int) else complex(int(value.real), int(value.imag))
     kind = float if row.name in ("double", "single") else bool if row.name == "logical" else int
     if is_complex or isinstance(value, int) or kind is float is type(value) or kind is bool and coerce:
         return complex(value) if is_complex else kind(value)
-    words = "floating-point values" if isinstance(value, float) else "complex values if 'is_complex' is not set to 'True'"
-    raise TypeError("quarna.%s does not accept %s." % (row.name, words))
+    words = ("complex values if 'is_complex' is not set to 'True'", "floating-point values")
+    raise TypeError("quarna.%s does not accept %s." % (row.name, words[isinstance(value, float)]))
 
 
 def flatten(value, element):
@@ -85,8 +92,8 @@ class Store:
     """What the arrays of a family share: a shape, and the elements with the first index running fastest. `data` is
     what native code sees: it writes there alone, and Python sees what it wrote only after a reshape."""
 
-    exports, handle = 0, None     # handle: of the data array, where native code has one
-    shared = False                # whether the object that was cloned may hold the data array too, until a write
+    exports, handle = 0, None  # handle: of the data array, where native code has one
+    shared = False  # whether the object that was cloned may hold the data array too, until a write
 
     def __init__(self, shape, elements, flat=False):
         self.shape, self.elements, self.data, self.reshapes = tuple(shape), list(elements), list(elements), 0
@@ -103,14 +110,20 @@ class Store:
 
 
 class Array:
-    handle = None                 # of a partial array's copy, where native code has one
+    handle = None  # of a partial array's copy, where native code has one
+    cache = None  # what the first gather found
+    itemsize = property(lambda self: self.row.bytes * (2 if self.is_complex else 1))
+    _is_complex = property(lambda self: self.is_complex)
 
-    def __init__(self, row, initializer=None, size=None, is_complex=False, store=None, integers=(), held=None):
+    def __init__(
+        self, row, initializer=None, size=None, is_complex=False, store=None, integers=(), held=None
+    ):
         if is_complex and row.name == "logical":
             raise TypeError("logical arrays must not be complex.")
-        self.row, self.is_complex, self.integers, self.held, self.cache = row, is_complex, integers, held, None
+        self.row, self.is_complex, self.integers, self.held = row, is_complex, integers, held
         self.element = functools.partial(convert, row, is_complex)
-        self.store = store or self.build(initializer, trimmed((1,) * (2 - len(size)) + tuple(size)) if size else ())
+        size = trimmed((1,) * (2 - len(size)) + tuple(size)) if size else ()
+        self.store = store or self.build(initializer, size)
         self.reshapes = self.store.reshapes
 
     def build(self, initializer, size):
@@ -121,8 +134,10 @@ class Array:
         if size and size != shape and (product(size) != len(elements) or not flat and elements):
             raise (SizeError if product(size) == len(elements) else ShapeError)(
                 "dimensions of initializer (%s) do not match dimensions specified by 'size' (%s)."
-                % tuple(str(list(side))[1:-1] for side in (shape, size)))
-        return Store(size or ((1,) + shape if elements else (0, 0)) if flat else size or shape, elements, flat)
+                % tuple(str(list(side))[1:-1] for side in (shape, size))
+            )
+        own = shape if not flat else (1,) + shape if elements else (0, 0)
+        return Store(size or own, elements, flat)
 
     def part(self, integers, held=None):
         """The array that is left at these subscripts, or the element where they are complete."""
@@ -149,7 +164,7 @@ class Array:
 
     def __setitem__(self, key, value):
         self.active()
-        length, *rest = self.store.shape[len(self.integers):]
+        length, *rest = self.store.shape[len(self.integers) :]
         single = isinstance(key, int)
         if single:
             if not -length <= key < length:
@@ -157,18 +172,18 @@ class Array:
             if self.held is not None and key % length >= len(self.held):
                 raise RuntimeError("unable to index into slice.")
             if not rest and hasattr(value, "__len__"):
-                raise TypeError("value is not numeric." if isinstance(value, str) else
-                                "sequence passed when scalar was expected.")
-        selected = selection(None, key, length) if not single else [(self.held or range(length))[key % length]]
+                words = ("sequence passed when scalar was expected.", "value is not numeric.")
+                raise TypeError(words[isinstance(value, str)])
+        selected = [(self.held or range(length))[key % length]] if single else selection(None, key, length)
         elements, lengths = flatten(value, functools.partial(self.element, False))
-        if lengths != tuple(rest) if single and rest else not single and not rest and lengths != (len(selected),):
-            raise ValueError("unable to perform assignment because the left and right sides have a different shape.")
-        if not single and rest and selected and not elements:
-            raise ValueError("slice is nonempty but values are empty.")
-        if not single and rest and elements and not (selected and selection(self.held, key, length)):
-            raise ValueError("slice is empty, but number of elements assigned is greater than zero.")
+        if single == bool(rest) and lengths != (tuple(rest) if single else (len(selected),)):
+            raise ValueError(UNLIKE)
         if not single and rest and elements:
-            selected = selection(self.held, key, length)
+            selected = selected and selection(self.held, key, length)
+            if not selected:
+                raise ValueError("slice is empty, but number of elements assigned is greater than zero.")
+        elif not single and rest and selected:
+            raise ValueError("slice is nonempty but values are empty.")
         targets = [self.integers + place for place in itertools.product(selected, *map(range, rest))]
         self.store.write(targets, elements)
         if len(targets) != len(elements):
@@ -179,14 +194,13 @@ class Array:
 
     @property
     def size(self):
-        return (len(self),) + self.store.shape[len(self.integers) + 1:]
+        return (len(self),) + self.store.shape[len(self.integers) + 1 :]
 
     def reshape(self, *lengths):
         if self.integers or self.held is not None:
             raise RuntimeError("reshape() not supported for a partial array.")
         if product(lengths) != len(self.store.elements):
-            raise ShapeError("number of elements specified by arguments to reshape() (%d) does not match "
-                             "current number (%d)." % (product(lengths), len(self.store.elements)))
+            raise ShapeError(COUNTS % (product(lengths), len(self.store.elements)))
         if self.store.exports:
             raise BufferError("existing exports of data: the array cannot be reshaped.")
         self.store.shape, self.store.reshapes = trimmed(lengths), self.store.reshapes + 1

@@ -7,42 +7,45 @@ import itertools
 import pickle
 import sys
 
-import pytest
 
-from helpers import NAMES, OPERATIONS, agrees, array_of_handle, codes, handle_of_array, library, new_handle, scripted
-from test_hostile import Sequence, raising
+from helpers import NAMES, OPERATIONS, Sequence, agrees, array_of_handle, codes, each_code, handle_of_array
+from helpers import library, new_handle, raising, scripted
 
-GOOD = codes("""
-double() | double([[1, 2], [3, 4]]) | double([1, 2, 3, 4], size=(2, 2)) | logical(vector=[1, 0]) | int8(size=(3, 3)) | double(b)
-double({'is_complex': True}, [1j]) | int8(b[1]) | b[1] | b[1:][0] | b[1][2] | b[::-1] | b[0:2][0:1] | len(b[0]) | bool(b)
-list(b) | next(iter(b)) | list(b[0]) | str(b) | repr(c) | b == a | b != c | c == c | b == 5 | b[0:1].size | b.itemsize
-b.buffer_info() | b.get_bytewise_strides() | memoryview(b) | b[0].tomemoryview() | b.clone() | b[0].clone() | b[2:].clone()
-c.real() | c._imag | b.noncomplex() | b[0].toarray() | b.reshape(2, 3) | b.reshape([2, 3, 1]) | b.__setitem__(0, b[1])
-b[0].__setitem__(1, 5) | b[0].__setitem__(slice(2), [1, 2]) | b.__setitem__(slice(1), [7, 8, 9]) | c[0].__setitem__(0, 5)
-b.__reduce__() | copy.copy(b) | copy.deepcopy(c) | pickle.loads(pickle.dumps(b)) | take(handle('INT16')) | give(b) | give(b[0][1:])
-""")
-BAD = codes("""
-double('x') | double([[1, 2], [3]]) | double([[[1]], [2]]) | int8([1, 2, 300]) | int8([1.5]) | double([1, None]) | double(1, 2)
-double([1], is_complex=1) | double([1], vector=[1]) | double([1, 2], size=(3, 1)) | double([[1], [2]], size=(1, 2)) | b['x':]
-double(size=5) | double(size=(1, -1)) | double(size=(2 ** 62,)) | double(vector=[1, 'a']) | int8(vector=[1, 300]) | b[2 ** 64]
-double(holed) | double([[1], holed]) | int8(vector=holed) | int8(size=holed) | double({}, 1, 2, 3, 4, 5) | b[7] | b[0][7] | b[1, 2]
-b[::0] | b[::-1][::-1] | b.__delitem__(0) | b.__setitem__(0, 5) | b.__setitem__(0, [1, 2, 2 ** 20]) | b[0].__setitem__(0, 'x')
-b.__setitem__(slice(2), [1, 2]) | b[0].__setitem__(slice(2), [1]) | b[0:1].__setitem__(1, 5) | b < b | hash(b) | b.real()
-c.noncomplex() | c.toarray() | memoryview(c) | b.reshape() | b.reshape(1, 2) | b.reshape(2, -3) | b[0].reshape(2, 3)
-b.reshape(2, 3, x=1) | b.reshape(holed) | take(None) | take(handle('CHAR')) | held.reshape(3, 2) | stale[0] | str(stale)
-stale == stale | stale.clone() | list(stale) | stale.__setitem__(0, 1) | give(stale) | stale.__reduce__() | next(walk)
-b.clone(1) | large.clone()
-""")
+GOOD = """
+double() | double([[1, 2], [3, 4]]) | double([1, 2, 3, 4], size=(2, 2)) | logical(vector=[1, 0])
+int8(size=(3, 3)) | double(b) | double({'is_complex': True}, [1j]) | int8(b[1]) | b[1] | b[1:][0] | b[1][2]
+b[::-1] | b[0:2][0:1] | len(b[0]) | bool(b) | list(b) | next(iter(b)) | list(b[0]) | str(b) | repr(c) | b == a
+b != c | c == c | b == 5 | b[0:1].size | b.itemsize | b.buffer_info() | b.get_bytewise_strides()
+memoryview(b) | b[0].tomemoryview() | b.clone() | b[0].clone() | b[2:].clone() | c.real() | c._imag
+b.noncomplex() | b[0].toarray() | b.reshape(2, 3) | b.reshape([2, 3, 1]) | b.__setitem__(0, b[1])
+b[0].__setitem__(1, 5) | b[0].__setitem__(slice(2), [1, 2]) | b.__setitem__(slice(1), [7, 8, 9])
+c[0].__setitem__(0, 5) | b.__reduce__() | copy.copy(b) | copy.deepcopy(c) | pickle.loads(pickle.dumps(b))
+take(handle('INT16')) | give(b) | give(b[0][1:])
+"""
+BAD = """
+double('x') | double([[1, 2], [3]]) | double([[[1]], [2]]) | int8([1, 2, 300]) | int8([1.5])
+double([1, None]) | double(1, 2) | double([1], is_complex=1) | double([1], vector=[1])
+double([1, 2], size=(3, 1)) | double([[1], [2]], size=(1, 2)) | b['x':] | double(size=5)
+double(size=(1, -1)) | double(size=(2 ** 62,)) | double(vector=[1, 'a']) | int8(vector=[1, 300]) | b[2 ** 64]
+double(holed) | double([[1], holed]) | int8(vector=holed) | int8(size=holed) | double({}, 1, 2, 3, 4, 5)
+b[7] | b[0][7] | b[1, 2] | b[::0] | b[::-1][::-1] | b.__delitem__(0) | b.__setitem__(0, 5)
+b.__setitem__(0, [1, 2, 2 ** 20]) | b[0].__setitem__(0, 'x') | b.__setitem__(slice(2), [1, 2])
+b[0].__setitem__(slice(2), [1]) | b[0:1].__setitem__(1, 5) | b < b | hash(b) | b.real() | c.noncomplex()
+c.toarray() | memoryview(c) | b.reshape() | b.reshape(1, 2) | b.reshape(2, -3) | b[0].reshape(2, 3)
+b.reshape(2, 3, x=1) | b.reshape(holed) | take(None) | take(handle('CHAR')) | held.reshape(3, 2) | stale[0]
+str(stale) | stale == stale | stale.clone() | list(stale) | stale.__setitem__(0, 1) | give(stale)
+stale.__reduce__() | next(walk) | b.clone(1) | large.clone()
+"""
 
 
 def arrays():
-    int16, rows = NAMES["int16"], [[1, 2, 3], [4, 5, 6]]
-    held = int16(rows)
-    stale, walk, _ = held[0], iter(held), held.reshape(3, 2)
-    return dict(NAMES, a=int16(rows), b=int16(rows), c=NAMES["double"]([[1j, 2]], is_complex=True), copy=copy, pickle=pickle,
-                take=array_of_handle, give=handle_of_array, handle=new_handle, stale=stale, walk=walk, held=held,
-                view=memoryview(held), holed=Sequence(3, raising(IndexError, 2)),
-                large=NAMES["uint64"]([2.0 ** 63], is_complex=True).real())
+    names = dict(
+        NAMES, copy=copy, pickle=pickle, take=array_of_handle, give=handle_of_array, handle=new_handle
+    )
+    exec("a, b, held = (int16([[1, 2, 3], [4, 5, 6]]) for _ in range(3))", names)
+    exec("stale, walk, _, view = held[0], iter(held), held.reshape(3, 2), memoryview(held)", names)
+    exec("c, large = double([[1j, 2]], is_complex=True), uint64([2.0**63], is_complex=True).real()", names)
+    return dict(names, holed=Sequence(3, raising(IndexError, 2)))
 
 
 class Usage(ctypes.Structure):
@@ -50,18 +53,19 @@ class Usage(ctypes.Structure):
 
 
 def memory():
-    """Live objects of the library, blocks of the interpreter, references in all, 64 bytes of the C library."""
+    """Live objects of the library, blocks of the interpreter, all references, 64 bytes of the C library."""
     gc.collect()
-    libc, counts = ctypes.CDLL(None), [library.scripted_live_objects() if scripted else 0, sys.getallocatedblocks()]
+    libc, live = ctypes.CDLL(None), library.scripted_live_objects() if scripted else 0
+    counts = [live, sys.getallocatedblocks(), getattr(sys, "gettotalrefcount", int)()]
     if hasattr(libc, "mallinfo2"):
         libc.mallinfo2.restype = Usage
         counts.append(libc.mallinfo2().h // 64)
-    return counts + [getattr(sys, "gettotalrefcount", int)()]
+    return counts
 
 
-@pytest.mark.parametrize("good, code", [(good, code) for good, table in ((True, GOOD), (False, BAD)) for code in table])
-def test_ten_thousand_times(good, code):
-    names, compiled = arrays(), compile(code, code, "eval")
+@each_code(GOOD.strip() + BAD)
+def test_ten_thousand_times(code):
+    names, compiled, good = arrays(), compile(code, code, "eval"), code in codes(GOOD)
 
     def run(times):
         for _ in range(times):
@@ -79,16 +83,17 @@ def test_ten_thousand_times(good, code):
     assert growth[0] == 0 and max(growth) < 1000, growth
 
 
-@pytest.mark.parametrize("code", codes("""
-double([[1, 2], [3, 4]]) | logical([1, 0]) | double(size=(2, 2)) | int8(vector=[1, 2]) | int8([1j], is_complex=True) | b.clone()
-b[0].clone() | b.noncomplex() | c.imag() | give(b[1]) | str(b) | list(b) | b == a | b.reshape(3, 2) | take(made)
-b.__setitem__(0, [7, 8, 9]) | b.__setitem__(slice(0, 1), [7, 8, 9]) | b[0].__setitem__(slice(3), [7, 8, 9])
-b[0].__setitem__(0, 7) | memoryview(b)
-"""))
+@each_code("""
+double([[1, 2], [3, 4]]) | logical([1, 0]) | double(size=(2, 2)) | int8(vector=[1, 2])
+int8([1j], is_complex=True) | b.clone() | b[0].clone() | b.noncomplex() | c.imag() | give(b[1]) | str(b)
+list(b) | b == a | b.reshape(3, 2) | take(made) | b.__setitem__(0, [7, 8, 9])
+b.__setitem__(slice(0, 1), [7, 8, 9]) | b[0].__setitem__(slice(3), [7, 8, 9]) | b[0].__setitem__(0, 7)
+memoryview(b)
+""")
 def test_whatever_the_library_refuses(code, script):
     """Each operation, from each of its calls on: nothing is lost, and the array works."""
     kinds = {"OutOfMemory": MemoryError, "TooManyElements": MemoryError, "DataTypeMismatch": RuntimeError}
-    operations = sorted(set(OPERATIONS) - {"get_element_count"})     # which cannot fail
+    operations = sorted(set(OPERATIONS) - {"get_element_count"})  # which cannot fail
     for operation, (refusal, kind), after in itertools.product(operations, kinds.items(), range(3)):
         before, names = script.live_objects, arrays()
         if "made" in code:

@@ -15,7 +15,8 @@ EXITS = int(os.environ.get("QUARNA_EXITS", 12))
 def run(program, *arguments, **environment):
     """What a program of the folder prints; it must end well."""
     command = [sys.executable, os.path.join(HERE, "programs", program + ".py")] + list(arguments)
-    process = subprocess.run(command, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, env=dict(os.environ, **environment))
+    pipes = dict(stdout=subprocess.PIPE, stderr=subprocess.STDOUT)
+    process = subprocess.run(command, env=dict(os.environ, **environment), **pipes)
     assert process.returncode == 0, process.stdout.decode()
     return process.stdout.decode().split()
 

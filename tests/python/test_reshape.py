@@ -1,67 +1,77 @@
 """Reshaping, and all that outlives it or gets in its way."""
 
 import copy
+import re
 
 import pytest
 
-from helpers import NAMES, agrees, codes, compare, handle_of_array, refuses
-from test_hostile import Sequence, raising
+import model
+from helpers import NAMES, Sequence, agrees, codes, compare, each_code, handle_of_array, outcome, raising
 
-PARTIAL = "reshape() not supported for a partial array."
 BAD = "reshape() must be passed a nonempty sequence of nonnegative integers."
-COUNT = "number of elements specified by arguments to reshape() (%d) does not match current number (6)."
-ITEM = "Item 1 could not be retrieved from the value passed to reshape()."
 
 
 def six():
     return NAMES["int8"]([[1, 2, 3], [4, 5, 6]])
 
 
-@pytest.mark.parametrize("lengths", codes("3, 2 | 6, True | 2, 3, 1, 1 | 1, 6 | 1, 3, 1, 2 | 1, 1, 6"))
-def test_new_shapes(lengths):
-    compare(["a = int8([[1, 2, 3], [4, 5, 6]])", "c = a.clone()", "b = a.reshape(%s)" % lengths, "a[0][0] = 9", "p = a[-1:]",
-             "d = double([[1, 2j, 3], [4, 5, 6j]], is_complex=True)", "d.reshape(%s)" % lengths, "q = d.clone()",
-             "e = double(size=(0, 3))", "e.reshape(5, 0)", "e.reshape(0, 2, 7)", "e.reshape(0, 0)"])
-    array = six()
-    assert array.reshape(eval(lengths)) is array is array.reshape([3, 2]).reshape(range(2, 4)).reshape(eval(lengths))
+@each_code("3, 2 | 6, True | 2, 3, 1, 1 | 1, 6 | 1, 3, 1, 2 | 1, 1, 6")
+def test_new_shapes(code):
+    compare(
+        codes(
+            """
+    a = int8([[1, 2, 3], [4, 5, 6]]) | c = a.clone() | b = a.reshape(%s) | a[0][0] = 9 | p = a[-1:]
+    d = double([[1, 2j, 3], [4, 5, 6j]], is_complex=True) | d.reshape(%s) | q = d.clone()
+    e = double(size=(0, 3)) | e.reshape(5, 0) | e.reshape(0, 2, 7) | e.reshape(0, 0)
+    """
+            % (code, code)
+        )
+    )
+    array, lengths = six(), eval(code)
+    assert array.reshape(lengths) is array is array.reshape([3, 2]).reshape(range(2, 4)).reshape(*lengths)
     assert memoryview(array).shape == array.size and array.buffer_info()[1] == 6
 
 
-@pytest.mark.parametrize("kind, text, table", [
-    (RuntimeError, PARTIAL, "a[0].reshape(2, 3) | a[0:1].reshape() | a[2:].reshape(0, 0)"),
-    (ValueError, BAD, "a.reshape() | a.reshape(order=1) | a.reshape(None) | a.reshape(6) | a.reshape([6]) | a.reshape(())"),
-    (ValueError, BAD, "a.reshape({2, 3}) | a.reshape('23') | a.reshape(2.0, 3) | a.reshape(2, -3) | a.reshape(-2, -3)"),
-    (ValueError, BAD, "a.reshape(2, 2 ** 64) | a.reshape((2, 3), (2, 3)) | a.reshape([2, None])"),
-    (RuntimeError, ITEM, "a.reshape(s)"),
-    (NAMES["ShapeError"], COUNT % 4, "a.reshape(2, 2) | a.reshape(2, 2, order=1)"),
-    (NAMES["ShapeError"], COUNT % 0, "a.reshape(0, 2 ** 62, 2 ** 62) | a.reshape(2 ** 62, 0) | a.reshape(2 ** 62, 2 ** 62, 0)"),
-    (NAMES["ShapeError"], COUNT % (2 ** 63 - 1), "a.reshape(2 ** 32, 2 ** 32) | a.reshape(2 ** 31, 2 ** 31, 2, 3)"),
-    (NAMES["ShapeError"], COUNT % 2 ** 62, "a.reshape(2 ** 31, 2 ** 31)"),
-    (ValueError, "reshape() does not accept keyword arguments.", "a.reshape(3, 2, order=1)"),
-    (BufferError, None, "a.reshape(3, 2)"),     # because of the view: every other refusal comes before it
-])
-def test_refusals(kind, text, table):
-    array = six()
-    view = memoryview(array[1])
+# In the order in which they are found out; the last because of a view of the array.
+REFUSALS = """
+RuntimeError: reshape() not supported for a partial array.: a[0].reshape(2, 3) | a[0:1].reshape() | a[2:].reshape(0, 0)
+ValueError: BAD: a.reshape() | a.reshape(order=1) | a.reshape(None) | a.reshape(6) | a.reshape([6]) | a.reshape(())
+ValueError: BAD: a.reshape({2, 3}) | a.reshape('23') | a.reshape(2.0, 3) | a.reshape(2, -3) | a.reshape(-2, -3)
+ValueError: BAD: a.reshape(2, 2 ** 64) | a.reshape((2, 3), (2, 3)) | a.reshape([2, None])
+RuntimeError: Item 1 could not be retrieved from the value passed to reshape().: a.reshape(s)
+ShapeError: COUNT 4: a.reshape(2, 2) | a.reshape(2, 2, order=1)
+ShapeError: COUNT 0: a.reshape(0, 2 ** 62, 2 ** 62) | a.reshape(2 ** 62, 0) | a.reshape(2 ** 62, 2 ** 62, 0)
+ShapeError: COUNT 9223372036854775807: a.reshape(2 ** 32, 2 ** 32) | a.reshape(2 ** 31, 2 ** 31, 2, 3)
+ShapeError: COUNT 4611686018427387904: a.reshape(2 ** 31, 2 ** 31)
+ValueError: reshape() does not accept keyword arguments.: a.reshape(3, 2, order=1)
+BufferError: existing exports of data: the array cannot be reshaped.: a.reshape(3, 2)
+"""
+
+
+@pytest.mark.parametrize("row", REFUSALS.strip().splitlines())
+def test_refusals(row):
+    array, (kind, text, table) = six(), re.fullmatch("(.*?): (.*): (.*)", row).groups()
+    text = model.COUNTS % (int(text[5:]), 6) if "COUNT" in text else text.replace("BAD", BAD)
+    names = dict(NAMES, a=array, view=memoryview(array[1]), s=Sequence(2, raising(OSError, 1)))
     for code in codes(table):
-        refuses(code, kind, text, a=array, s=Sequence(2, raising(OSError, 1)))
-        assert array == six() and view.tolist() == [[1, 2, 3], [4, 5, 6]]
+        assert (code, outcome(code, names)) == (code, (kind, text))
+        assert array == six() and names["view"].tolist() == [[1, 2, 3], [4, 5, 6]]
     agrees(array)
-    view.release()
+    names["view"].release()
     assert array.reshape(3, 2).size == (3, 2)
 
 
-@pytest.mark.parametrize("code", codes("""
-part[0] | part[0:1] | part[0] = 1 | part[0:1] = [1] | len(part) | bool(part) | list(part) | str(part) | repr(part) | part == part
-part != a | a[0:] == part | part.clone() | part.__reduce__() | copy.copy(part) | int8(part) | a[0] = part | a[0:] = [part]
-give(part) | part.size | next(walk) | list(walk) | next(whole)
-"""))
+@each_code("""
+part[0] | part[0:1] | part[0] = 1 | part[0:1] = [1] | len(part) | bool(part) | list(part) | str(part)
+repr(part) | part == part | part != a | a[0:] == part | part.clone() | part.__reduce__() | copy.copy(part)
+int8(part) | a[0] = part | a[0:] = [part] | give(part) | part.size | next(walk) | list(walk) | next(whole)
+""")
 def test_what_outlives_a_reshape_is_refused(code):
     for old, new in (((2, 3), (3, 2)), ((2, 3), (1, 6)), ((2, 3), (2, 3)), ((1, 6), (1, 1, 6))):
-        for key in (0, slice(0, 1), slice(None, None, -1), slice(0, 0))[:3 if "walk" in code else 4]:
+        for key in (0, slice(0, 1), slice(None, None, -1), slice(0, 0))[: 3 if "walk" in code else 4]:
             array = six().reshape(old)
-            names = dict(NAMES, a=array, part=array[key], walk=iter(array[key]), whole=iter(array), copy=copy,
-                         give=handle_of_array)
+            names = dict(NAMES, a=array, part=array[key], walk=iter(array[key]), whole=iter(array))
+            names.update(copy=copy, give=handle_of_array)
             array.reshape(new)
             with pytest.raises(RuntimeError, match="reshaped"):
                 exec(code, names)
@@ -69,26 +79,31 @@ def test_what_outlives_a_reshape_is_refused(code):
             assert list(array[0]) and array.reshape(2, 3) == six()
 
 
-@pytest.mark.parametrize("code", codes("""
-a[0] = s | a[0:] = s | a[0][0:] = s | row[0:1] = s | row[:] = s | row[i:] = [9, 9] | row[:i] | part[i:] | part[i:] = [9, 9, 9]
-"""))
+@each_code("""
+a[0] = s | a[0:] = s | a[0][0:] = s | row[0:1] = s | row[:] = s | row[i:] = [9, 9] | row[:i] | part[i:]
+part[i:] = [9, 9, 9]
+""")
 def test_a_target_reshaped_while_its_subscript_or_its_right_side_is_read(code):
     array = six()
-    names = dict(a=array, row=array[1], part=array[0:], s=Sequence(1, lambda i: array.reshape(3, 2) and 1),
-                 i=type("Index", (), {"__index__": lambda self: array.reshape(3, 2) and 1})())
+    bound = type("Bound", (), {"__index__": lambda self: array.reshape(3, 2) and 1})()
+    names = dict(a=array, row=array[1], part=array[0:], s=Sequence(1, lambda i: bound.__index__()), i=bound)
     with pytest.raises(RuntimeError, match="reshaped"):
         exec(code, names)
     assert array == six().reshape(3, 2)
     agrees(array)
 
 
-@pytest.mark.parametrize("act", codes("""
-a.reshape(3, 2) | kept.append(memoryview(a)) | a[0:1] = [7, 8, 9] | str(a), a == a | kept.append(a.clone()) | del a
-"""))
-@pytest.mark.parametrize("code", codes("""
-a[0] = s | a[0:] = s | a[0][0:] = s | a[1:][0] = s | a[0][1] = s[0] | a[i:] = s | a[0][i:] = s | a[i:] | a[1][:i] | a[::-1][i:]
-int8([a[0], s, a[1]]) | int8(s) | int8(vector=s) | int8(s, size=s) | a.reshape(s)
-"""))
+ACTS = codes("""
+a.reshape(3, 2) | kept.append(memoryview(a)) | a[0:1] = [7, 8, 9] | str(a), a == a | kept.append(a.clone())
+del a
+""")
+
+
+@pytest.mark.parametrize("act", ACTS)
+@each_code("""
+a[0] = s | a[0:] = s | a[0][0:] = s | a[1:][0] = s | a[0][1] = s[0] | a[i:] = s | a[0][i:] = s | a[i:]
+a[1][:i] | a[::-1][i:] | int8([a[0], s, a[1]]) | int8(s) | int8(vector=s) | int8(s, size=s) | a.reshape(s)
+""")
 def test_python_code_in_the_middle_of_a_call(code, act):
     """At each moment when a sequence, a number or a bound of a slice gets to run, one of them acts."""
     for moment in range(12):

@@ -5,8 +5,16 @@ import gc
 import struct
 
 import model
-from helpers import NAMES, array_of_handle, handle_contents, handle_of_array, new_handle, outcome
-from test_buffer import View, export
+from helpers import (
+    NAMES,
+    View,
+    array_of_handle,
+    export,
+    handle_contents,
+    handle_of_array,
+    new_handle,
+    outcome,
+)
 
 ROWS = {row.name: row for row in model.ROWS}
 STRIDES = 0x18  # what a request asks for: complex arrays have no format to give

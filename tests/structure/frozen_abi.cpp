@@ -39,6 +39,8 @@ namespace codes {
 
 template <class Row, class Frozen>
 inline constexpr bool is = std::is_same_v<Row, Frozen>;
+template <int number>
+using Library = Code<number, Origin::library>;
 template <int number, class Function>
 using Required = Operation<number, Presence::required, Function>;
 template <int number, class Function>
@@ -46,6 +48,8 @@ using Optional = Operation<number, Presence::optional, Function>;
 
 static_assert(is<decltype(get_function_ptr), void*(int)>);
 static_assert(is<quarna_deleter, void (*)(void*)>);
+
+using Walk = quarna_iterator*(quarna_array*, bool);
 
 // clang-format off
 static_assert(is<operations::create_factory, Required<14, int(quarna_factory**)>>);
@@ -63,10 +67,8 @@ static_assert(is<operations::get_type, Required<53, int(const quarna_array*, int
 static_assert(is<operations::types_are_compatible, Required<59, int(int32_t, int32_t, bool*)>>);
 static_assert(is<operations::unshare, Required<55, bool(const quarna_array*, bool, quarna_array**)>>);
 static_assert(is<operations::release_buffer, Required<60, int(quarna_array*, bool, void**, quarna_deleter*)>>);
-static_assert(is<operations::begin, Required<57, quarna_iterator*(quarna_array*, bool)>>);
-static_assert(is<operations::begin_fast, Optional<114, quarna_iterator*(quarna_array*, bool)>>);
-static_assert(is<operations::end, Required<58, quarna_iterator*(quarna_array*, bool)>>);
-static_assert(is<operations::end_fast, Optional<115, quarna_iterator*(quarna_array*, bool)>>);
+static_assert(is<operations::begin, Required<57, Walk>> && is<operations::begin_fast, Optional<114, Walk>>);
+static_assert(is<operations::end, Required<58, Walk>> && is<operations::end_fast, Optional<115, Walk>>);
 static_assert(is<operations::copy_iterator, Required<63, quarna_iterator*(const quarna_iterator*)>>);
 static_assert(is<operations::destroy_iterator, Required<64, void(quarna_iterator*)>>);
 static_assert(is<operations::get_address, Required<71, int(const quarna_iterator*, void**)>>);
@@ -77,53 +79,27 @@ static_assert(is<operations::get_part_addresses, Required<94, int(const quarna_r
 static_assert(is<operations::set_complex, Required<96, int(quarna_reference*, int32_t, const void*, const void*)>>);
 static_assert(is<operations::destroy_reference, Required<23, void(quarna_reference*)>>);
 
-static_assert(is<types::LOGICAL, Type<0, 1, 1, bool>>);
-static_assert(is<types::CHAR, Type<1, 2, 1, char16_t>>);
-static_assert(is<types::DOUBLE, Type<3, 8, 1, double>>);
-static_assert(is<types::SINGLE, Type<4, 4, 1, float>>);
-static_assert(is<types::INT8, Type<5, 1, 1, std::int8_t>>);
-static_assert(is<types::UINT8, Type<6, 1, 1, std::uint8_t>>);
-static_assert(is<types::INT16, Type<7, 2, 1, std::int16_t>>);
-static_assert(is<types::UINT16, Type<8, 2, 1, std::uint16_t>>);
-static_assert(is<types::INT32, Type<9, 4, 1, std::int32_t>>);
-static_assert(is<types::UINT32, Type<10, 4, 1, std::uint32_t>>);
-static_assert(is<types::INT64, Type<11, 8, 1, std::int64_t>>);
-static_assert(is<types::UINT64, Type<12, 8, 1, std::uint64_t>>);
-static_assert(is<types::COMPLEX_DOUBLE, Type<13, 16, 2, std::complex<double>>>);
-static_assert(is<types::COMPLEX_SINGLE, Type<14, 8, 2, std::complex<float>>>);
-static_assert(is<types::COMPLEX_INT8, Type<15, 2, 2, std::complex<std::int8_t>>>);
-static_assert(is<types::COMPLEX_UINT8, Type<16, 2, 2, std::complex<std::uint8_t>>>);
-static_assert(is<types::COMPLEX_INT16, Type<17, 4, 2, std::complex<std::int16_t>>>);
-static_assert(is<types::COMPLEX_UINT16, Type<18, 4, 2, std::complex<std::uint16_t>>>);
-static_assert(is<types::COMPLEX_INT32, Type<19, 8, 2, std::complex<std::int32_t>>>);
-static_assert(is<types::COMPLEX_UINT32, Type<20, 8, 2, std::complex<std::uint32_t>>>);
-static_assert(is<types::COMPLEX_INT64, Type<21, 16, 2, std::complex<std::int64_t>>>);
-static_assert(is<types::COMPLEX_UINT64, Type<22, 16, 2, std::complex<std::uint64_t>>>);
+static_assert(is<types::LOGICAL, Type<0, 1, 1, bool>> && is<types::CHAR, Type<1, 2, 1, char16_t>>);
+static_assert(is<types::DOUBLE, Type<3, 8, 1, double>> && is<types::COMPLEX_DOUBLE, Type<13, 16, 2, std::complex<double>>>);
+static_assert(is<types::SINGLE, Type<4, 4, 1, float>> && is<types::COMPLEX_SINGLE, Type<14, 8, 2, std::complex<float>>>);
+static_assert(is<types::INT8, Type<5, 1, 1, std::int8_t>> && is<types::COMPLEX_INT8, Type<15, 2, 2, std::complex<std::int8_t>>>);
+static_assert(is<types::UINT8, Type<6, 1, 1, std::uint8_t>> && is<types::COMPLEX_UINT8, Type<16, 2, 2, std::complex<std::uint8_t>>>);
+static_assert(is<types::INT16, Type<7, 2, 1, std::int16_t>> && is<types::COMPLEX_INT16, Type<17, 4, 2, std::complex<std::int16_t>>>);
+static_assert(is<types::UINT16, Type<8, 2, 1, std::uint16_t>> && is<types::COMPLEX_UINT16, Type<18, 4, 2, std::complex<std::uint16_t>>>);
+static_assert(is<types::INT32, Type<9, 4, 1, std::int32_t>> && is<types::COMPLEX_INT32, Type<19, 8, 2, std::complex<std::int32_t>>>);
+static_assert(is<types::UINT32, Type<10, 4, 1, std::uint32_t>> && is<types::COMPLEX_UINT32, Type<20, 8, 2, std::complex<std::uint32_t>>>);
+static_assert(is<types::INT64, Type<11, 8, 1, std::int64_t>> && is<types::COMPLEX_INT64, Type<21, 16, 2, std::complex<std::int64_t>>>);
+static_assert(is<types::UINT64, Type<12, 8, 1, std::uint64_t>> && is<types::COMPLEX_UINT64, Type<22, 16, 2, std::complex<std::uint64_t>>>);
 
-static_assert(is<codes::InvalidArrayIndex, Code<1, Origin::library>>);
-static_assert(is<codes::StringIndexMustBeLast, Code<2, Origin::library>>);
-static_assert(is<codes::StringIndexNotValid, Code<3, Origin::library>>);
-static_assert(is<codes::NotEnoughIndices, Code<5, Origin::library>>);
-static_assert(is<codes::TooManyIndices, Code<6, Origin::library>>);
-static_assert(is<codes::OnlyOneStringIndex, Code<7, Origin::library>>);
-static_assert(is<codes::DataTypeMismatch, Code<8, Origin::library>>);
-static_assert(is<codes::ArrayTypeMismatch, Code<9, Origin::library>>);
-static_assert(is<codes::FieldDoesNotExist, Code<10, Origin::library>>);
-static_assert(is<codes::MissingClassName, Code<13, Origin::library>>);
-static_assert(is<codes::WrongNumberOfEnums, Code<14, Origin::library>>);
-static_assert(is<codes::NotAString, Code<16, Origin::library>>);
-static_assert(is<codes::DuplicateFieldName, Code<18, Origin::library>>);
-static_assert(is<codes::OutOfMemory, Code<19, Origin::library>>);
-static_assert(is<codes::SystemError, Code<20, Origin::library>>);
-static_assert(is<codes::EmptyArrayIndexed, Code<21, Origin::library>>);
+static_assert(is<codes::InvalidArrayIndex, Library<1>> && is<codes::StringIndexMustBeLast, Library<2>> && is<codes::StringIndexNotValid, Library<3>>);
+static_assert(is<codes::NotEnoughIndices, Library<5>> && is<codes::TooManyIndices, Library<6>> && is<codes::OnlyOneStringIndex, Library<7>>);
+static_assert(is<codes::DataTypeMismatch, Library<8>> && is<codes::ArrayTypeMismatch, Library<9>> && is<codes::FieldDoesNotExist, Library<10>>);
+static_assert(is<codes::MissingClassName, Library<13>> && is<codes::WrongNumberOfEnums, Library<14>> && is<codes::NotAString, Library<16>>);
+static_assert(is<codes::DuplicateFieldName, Library<18>> && is<codes::OutOfMemory, Library<19>> && is<codes::SystemError, Library<20>>);
+static_assert(is<codes::EmptyArrayIndexed, Library<21>> && is<codes::MemoryLayoutMismatch, Library<23>> && is<codes::InputLayoutMismatch, Library<24>>);
+static_assert(is<codes::OutputLayoutMismatch, Library<25>> && is<codes::TooManyElements, Library<26>> && is<codes::HeterogeneousObjects, Library<27>>);
+static_assert(is<codes::LibraryText, Library<28>> && is<codes::LibraryDetail, Library<29>>);
 static_assert(is<codes::FeatureNotSupported, Code<22, Origin::client>>);
-static_assert(is<codes::MemoryLayoutMismatch, Code<23, Origin::library>>);
-static_assert(is<codes::InputLayoutMismatch, Code<24, Origin::library>>);
-static_assert(is<codes::OutputLayoutMismatch, Code<25, Origin::library>>);
-static_assert(is<codes::TooManyElements, Code<26, Origin::library>>);
-static_assert(is<codes::HeterogeneousObjects, Code<27, Origin::library>>);
-static_assert(is<codes::LibraryText, Code<28, Origin::library>>);
-static_assert(is<codes::LibraryDetail, Code<29, Origin::library>>);
 // clang-format on
 
 static_assert(QUARNA_SUCCESS == 0);

@@ -17,8 +17,7 @@ _Static_assert(CHAR_BIT == 8 && sizeof(bool) == 1 && sizeof(size_t) == 8, "argum
 _Static_assert(sizeof(void*) == 8 && sizeof(quarna_deleter) == 8, "arguments by address");
 _Static_assert(sizeof(float _Complex) == 8 && sizeof(double _Complex) == 16, "complex elements");
 _Static_assert(sizeof(quarna_api) == 16, "the capsule's table");
-_Static_assert(offsetof(quarna_api, from_data_array) == 0 && offsetof(quarna_api, to_data_array) == 8,
-               "its order");
+_Static_assert(offsetof(quarna_api, to_data_array) == 8, "its order");
 
 /* C can use the table of element types without the elements, and that of messages. */
 #define QUARNA_ELEMENT_TYPE(number, name, bytes, parts, element) \

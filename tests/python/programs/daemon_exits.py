@@ -37,8 +37,11 @@ class Bound:
 ARRAY = quarna.int16([[1, 2, 3], [4, 5, 6]])
 DEEDS = {
     "construct": lambda: (quarna.int16([Slow(), Slow()]), quarna.int16(None, (3, Last(1)), Slow())),
-    "assign": lambda: (ARRAY.__setitem__(0, Slow()), ARRAY.__setitem__(slice(Bound(), None), [Slow(), Slow()])),
-    "render": lambda: (str(ARRAY[Bound.__index__(Bound()):]), repr(ARRAY[slice(Bound(), None)])),
+    "assign": lambda: (
+        ARRAY.__setitem__(0, Slow()),
+        ARRAY.__setitem__(slice(Bound(), None), [Slow(), Slow()]),
+    ),
+    "render": lambda: (str(ARRAY[Bound.__index__(Bound()) :]), repr(ARRAY[slice(Bound(), None)])),
     "compare": lambda: ARRAY == quarna.int16([Slow(), Slow()]),
     "iterate": lambda: [list(row) for row in quarna.int16([Slow(), Slow()])[slice(Bound(), None)]],
     "drop": lambda: quarna.int16({"initializer": Slow(), "size": (Last(1), Last(3)), "vector": None}),

@@ -18,7 +18,7 @@ def throw(first_call=None):
     text = "nothing was raised"
     limit.value = 1024
     try:
-        quarna.double(size=(2 ** 40, 2 ** 20))
+        quarna.double(size=(2**40, 2**20))
     except Exception as failure:
         limit.value = 0
         text = type(failure).__name__

@@ -30,7 +30,7 @@ def outcome_without(form, first):
         return outcome(form)
     except MemoryError:
         return "MemoryError"
-    except SystemError as failure:      # where CPython itself had no memory for the traceback of a refusal
+    except SystemError as failure:  # where CPython itself had no memory for the traceback of a refusal
         return "TypeError" if str(failure) == "error return without exception set" else str(failure)
     finally:
         _testcapi.remove_mem_hooks()

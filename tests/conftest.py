@@ -9,7 +9,7 @@ from helpers import Script, library, scripted
 
 def pytest_collection_finish():
     gc.collect()
-    gc.freeze()     # what is there by now stays: no collection needs to look at it
+    gc.freeze()  # what is there by now stays: no collection needs to look at it
 
 
 @pytest.fixture(autouse=True)
@@ -17,7 +17,7 @@ def no_leaks(request):
     before, failed = scripted and library.scripted_live_objects(), request.session.testsfailed
     yield
     gc.collect()
-    if scripted and request.session.testsfailed == failed:      # a failure keeps what its traceback shows
+    if scripted and request.session.testsfailed == failed:  # a failure keeps what its traceback shows
         assert library.scripted_live_objects() <= before, "objects of the library that nobody freed"
 
 
