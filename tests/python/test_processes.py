@@ -23,7 +23,8 @@ def run(program, *arguments, **environment):
 
 @pytest.mark.parametrize("deed", "construct assign render compare iterate drop".split())
 def test_exits_with_daemon_threads_inside_a_call(deed):
-    assert run("daemon_exits", deed, str(EXITS)) == [str(EXITS)]
+    # The last word: the address sanitizer stumbles over its own notes of a stack that was unwound by force.
+    assert run("daemon_exits", deed, str(EXITS))[-1] == str(EXITS)
 
 
 @pytest.mark.skipif(not scripted, reason="the failing heap is built with the scripted library")
