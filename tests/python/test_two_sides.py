@@ -59,6 +59,7 @@ def test_programs(program):
 CASES = """
 a handle leaves under an export: v = export(a) | handle(a) | a[0][0] = 7 | handle(a) -> a 7234
 a foreign write under exports: v = export(a) | handle(a) | w = export(a[1]) | poke(a, 0, 9) -> a 1234
+a foreign write, then Python's: poke(a, 0, 9) | a[0][1] = 7 | d = parts(a) -> a 1734, d 9374
 a foreign write before a reshape: poke(a, 0, 9) | a[0][1] = 7 | a.reshape(1, 4) | handle(a) -> a 9374
 a foreign write before a clone: poke(a, 0, 9) | b = a.clone() | a.reshape(4, 1) -> a 9324, b 1234
 a part's handle keeps its time: p = a[1] | handle(p) | a[1][0] = 7 | handle(p) | b = p.clone() -> p 74, b 34
