@@ -1,12 +1,10 @@
 // The elements of Python's own one-dimensional exporters.
 #include "construction/buffer_elements.h"
 
-#include "data/element_dispatch.h"
+#include "data/array_type.h"
 #include "vocabulary/array_array.h"
 #include "vocabulary/thread.h"
 #include "wrapper/buffer_format.h"
-
-#include <type_traits>
 
 namespace quarna {
 namespace {
@@ -16,12 +14,6 @@ bool isPlainExporter(PyObject* object)
 {
     return PyBytes_CheckExact(object) || PyByteArray_CheckExact(object) || PyMemoryView_Check(object) ||
            reinterpret_cast<PyObject*>(Py_TYPE(object)) == ArrayArray::s_arrayClass;
-}
-
-Py_ssize_t sizeOf(data::ArrayType type)
-{
-    return data::visitElementType(
-        type, []<class T>(std::type_identity<T>) { return static_cast<Py_ssize_t>(sizeof(T)); });
 }
 
 }  // namespace
@@ -38,7 +30,8 @@ BufferElements::BufferElements(PyObject* object)
         return;
     }
     data::ArrayType type{};
-    if (m_view.ndim != 1 || format2classid(m_view.format, type) != 0 || m_view.itemsize != sizeOf(type) ||
+    if (m_view.ndim != 1 || format2classid(m_view.format, type) != 0 ||
+        m_view.itemsize != static_cast<Py_ssize_t>(data::elementSize(type)) ||
         m_view.strides[0] % m_view.itemsize != 0) {
         return;
     }

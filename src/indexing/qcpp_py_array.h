@@ -53,7 +53,6 @@ public:
         return getNumberOfIntegerIndicesSoFar() == getNumberOfDimensions() - 1;
     }
     std::optional<quarna::SliceIndexItem> heldSlice() const { return m_indices.slice(); }
-    bool sliceInFinalPreexistingPosition() const { return m_indices.hasSlice(); }
 
     /// False if the array is stale, or if no dimension is left to subscript.
     bool isUsable() const
