@@ -6,7 +6,8 @@
 
 namespace quarna {
 
-/// What a sequence holds, nested as the view is. Good while the sequence is left alone.
+/// What a sequence holds, nested as the view is. Good while the sequence is left alone. Where there is no block, each
+/// element is the number of its offset, as in a range.
 struct ElementSource {
     data::ArrayType type;
     void const* block;

@@ -55,4 +55,33 @@ T* loadRun(void const* block, long offset, long length, long stride, T* destinat
     return destination;
 }
 
+/// Copies `count` elements to a run of a block.
+template <class T>
+void storeRun(void* block, long offset, long count, long stride, T const* elements)
+{
+    if (stride == 1) {
+        std::memcpy(const_cast<unsigned char*>(addressAt<T>(block, offset)), elements,
+                    static_cast<std::size_t>(count) * sizeof(T));
+        return;
+    }
+    for (long i = 0; i < count; ++i) {
+        storeElementAt(block, offset + i * stride, elements[i]);
+    }
+}
+
+/// Copies a run of one block to a run of another, neither part of the other.
+template <class T>
+void copyRun(void const* from, long fromOffset, long fromStride, void* to, long toOffset, long toStride,
+             long count)
+{
+    if (fromStride == 1 && toStride == 1 && !Logical<T>) {
+        std::memcpy(const_cast<unsigned char*>(addressAt<T>(to, toOffset)), addressAt<T>(from, fromOffset),
+                    static_cast<std::size_t>(count) * sizeof(T));
+        return;
+    }
+    for (long i = 0; i < count; ++i) {
+        storeElementAt(to, toOffset + i * toStride, loadElementAt<T>(from, fromOffset + i * fromStride));
+    }
+}
+
 }  // namespace quarna

@@ -1,6 +1,7 @@
 // The conversion rules, one overload for each kind of element.
 #include "numbers/element_conversion.h"
 
+#include "numbers/plain_number.h"
 #include "vocabulary/class_table.h"
 #include "vocabulary/errors.h"
 #include "vocabulary/python_values.h"
@@ -74,16 +75,6 @@ CValueResult<T> refusedObject(PyObject* object)
         message = "value must not be 'None'.";
     }
     return refused<T>(PyExc_TypeError, message);
-}
-
-float narrowed(double value)
-{
-    constexpr auto largest = static_cast<double>(std::numeric_limits<float>::max());
-    constexpr float infinity = std::numeric_limits<float>::infinity();
-    if (value > largest) {
-        return infinity;
-    }
-    return value < -largest ? -infinity : static_cast<float>(value);
 }
 
 /// The value as a T, truncated toward zero; empty if T cannot hold it. Into float everything fits: beyond its
