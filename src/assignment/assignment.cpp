@@ -1,6 +1,7 @@
 // Assignment through subscripts.
 #include "assignment/assignment.h"
 
+#include "assignment/storing.h"
 #include "construction/nest_reader.h"
 #include "elements/strided_view.h"
 #include "numbers/element_conversion.h"
@@ -18,30 +19,6 @@ namespace quarna {
 
 namespace {
 
-/// Stores as many elements as there are on both sides, in nested order. All that can fail comes before the first.
-template <class T>
-void store(QDArrayWrapper& wrapper, StridedView const& target, std::span<T const> elements)
-{
-    auto next = elements.begin();
-    if (elements.empty() || target.count() == 0) {
-        return;
-    }
-    auto const writable = wrapper.writableElements<T>();
-    walkRuns(target, WalkOrder::Nested, [&](long offset, long length, long stride) {
-        long const count = std::min<long>(length, elements.end() - next);
-        for (long i = 0; i < count; ++i) {
-            writable.set(offset + i * stride, *next++);
-        }
-        return next != elements.end();
-    });
-}
-
-bool haveSameShape(StridedDimensions const& dimensions, std::vector<long> const& lengths)
-{
-    return std::equal(dimensions.begin(), dimensions.end(), lengths.begin(), lengths.end(),
-                      [](StridedDimension dimension, long length) { return dimension.length == length; });
-}
-
 template <class T>
 bool readRightSide(NestReader<T>& reader, QCppPyArray const& array, PyObject* value)
 {
@@ -53,6 +30,9 @@ bool readRightSide(NestReader<T>& reader, QCppPyArray const& array, PyObject* va
 template <class T, class Item>
 int setAlikeNest(QCppPyArray const& array, Item const& item, PyObject* value)
 {
+    if (Road const road = copyArray<T>(array, array.selectionWith(item), value); road != Road::Declined) {
+        return road == Road::Taken ? 0 : -1;
+    }
     NestReader<T> reader;
     if (!readRightSide(reader, array, value)) {
         return -1;
@@ -63,8 +43,7 @@ int setAlikeNest(QCppPyArray const& array, Item const& item, PyObject* value)
             PyExc_ValueError,
             "unable to perform assignment because the left and right sides have a different shape.");
     }
-    store(*array.getQDAWrapper(), target, reader.elements());
-    return 0;
+    return store(array, target, reader) ? 0 : -1;
 }
 
 template <class T>
@@ -116,6 +95,11 @@ int setIndividualElementsFromFlatSeqOfMultipleIntegerIndices(QCppPyArray const& 
 template <class T>
 int setMultipleElementsFromNonFinalSliceIndex(QCppPyArray const& array, SliceIndexItem item, PyObject* value)
 {
+    if (!array.heldSlice()) {
+        if (Road const road = copyArray<T>(array, array.selectionWith(item), value); road != Road::Declined) {
+            return road == Road::Taken ? 0 : -1;
+        }
+    }
     NestReader<T> reader;
     if (!readRightSide(reader, array, value)) {
         return -1;
@@ -133,7 +117,9 @@ int setMultipleElementsFromNonFinalSliceIndex(QCppPyArray const& array, SliceInd
         return refuseEmptySlice();
     }
     StridedView const target = array.selectionWith(item);
-    store(*array.getQDAWrapper(), target, reader.elements());
+    if (!store(array, target, reader)) {
+        return -1;
+    }
     if (target.count() != static_cast<long>(reader.elements().size())) {
         return refuse(PyExc_ValueError, "length of slice does not match number of elements.");
     }

@@ -82,8 +82,9 @@ std::optional<LooseArray> FinalConstructorParser<T>::makeFromValues()
         return std::nullopt;
     }
     std::vector<long> shape = std::move(m_specifiedDims.empty() ? m_calculatedDims : m_specifiedDims);
+    bool const inStorageOrder = m_isColumnMajor || m_reader.order() == WalkOrder::Stored;
     auto array =
-        data::makeTypedArrayFromBuf<T>(m_reader.takeElements(), m_isColumnMajor, m_reader.factory(), shape);
+        data::makeTypedArrayFromBuf<T>(m_reader.takeElements(), inStorageOrder, m_reader.factory(), shape);
     return LooseArray{std::move(array), data::arrayTypeOf<T>, std::move(shape)};
 }
 

@@ -2,13 +2,14 @@
 #include "construction/nest_reader.h"
 
 #include "construction/allocation.h"
-#include "construction/buffer_elements.h"
+#include "construction/plain_nest.h"
 #include "construction/plain_row.h"
 #include "construction/sequences.h"
 #include "data/element_dispatch.h"
 #include "elements/arithmetic.h"
 #include "elements/element_load.h"
-#include "indexing/array_source.h"
+#include "elements/storage_order.h"
+#include "numbers/element_runs.h"
 #include "numbers/plain_number.h"
 #include "vocabulary/errors.h"
 #include "vocabulary/python_values.h"
@@ -16,9 +17,11 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <span>
 #include <type_traits>
+#include <utility>
 
 namespace quarna {
 
@@ -29,6 +32,11 @@ constexpr long unset = -1;
 Refused refuseRagged()
 {
     return refuse(PyExc_ValueError, "arrays must be rectangular.");
+}
+
+Refused refuseNestedVector()
+{
+    return refuse(PyExc_TypeError, "value of 'vector' must be an unnested sequence.");
 }
 
 /// The dimensions of the nest that a source stands for: lists without items hold no further lists.
@@ -42,9 +50,12 @@ std::span<StridedDimension const> nestingOf(StridedView const& view)
 
 using ReadNumber = Number (*)(void const* block, long offset);
 
-ReadNumber numberReader(data::ArrayType type)
+ReadNumber numberReader(ElementSource const& source)
 {
-    return data::visitElementType(type, []<class U>(std::type_identity<U>) -> ReadNumber {
+    if (source.block == nullptr) {
+        return [](void const*, long offset) { return numberFromElement<std::int64_t>(offset); };
+    }
+    return data::visitElementType(source.type, []<class U>(std::type_identity<U>) -> ReadNumber {
         return
             [](void const* block, long offset) { return numberFromElement(loadElementAt<U>(block, offset)); };
     });
@@ -56,6 +67,9 @@ template <class T>
 bool NestReader<T>::read(PyObject* object, bool coerceToLogical)
 {
     m_coerceToLogical = coerceToLogical;
+    if (Road const road = takeAtOnce(object); road != Road::Declined) {
+        return road == Road::Taken;
+    }
     if (!takeValue(object)) {
         return false;
     }
@@ -71,21 +85,21 @@ bool NestReader<T>::readVector(PyObject* vector, Py_ssize_t count)
     if (!reserve(count)) {
         return false;
     }
+    if (Road const road = takeAtOnce(vector); road != Road::Declined) {
+        return road == Road::Taken && (m_dims.size() == 1 || refuseNestedVector());
+    }
     // Whatever the kind of refusal, of these values it is a ValueError.
     m_refusalClass = PyExc_ValueError;
-    auto const elements = elementsOfArray(vector);
-    if (elements && elements->view.dimensions.size() == 1) {
-        return storeElements(*elements, count);
-    }
-    if (BufferElements const buffer(vector); buffer.source()) {
-        return storeElements(*buffer.source(), count);
+    MemoryElements const elements(vector);
+    if (elements.source() && elements.source()->view.dimensions.size() == 1) {
+        return storeElements(*elements.source(), count);
     }
     for (Py_ssize_t index = 0; index < count; ++index) {
         Reference const item = Reference::steal(PySequence_GetItem(vector, index));
         if (!item) {
             return refuseWith(PyExc_RuntimeError, "item ", index, " could not be retrieved.");
         }
-        if (!takeVectorItem(item.get())) {
+        if (!takeVectorItem(item.get()) || !m_watch.passed(1)) {
             return false;
         }
     }
@@ -93,10 +107,85 @@ bool NestReader<T>::readVector(PyObject* vector, Py_ssize_t count)
 }
 
 template <class T>
+Road NestReader<T>::takeAtOnce(PyObject* object)
+{
+    if (!exactItems(object).empty()) {
+        return takePlainNest(object);
+    }
+    MemoryElements elements(object);
+    return elements.source() && elements.source()->view.count() > 0 ? takeFromMemory(elements)
+                                                                    : Road::Declined;
+}
+
+template <class T>
+Road NestReader<T>::takePlainNest(PyObject* nest)
+{
+    auto shape = shapeOfPlainNest<T>(nest, m_coerceToLogical);
+    if (shape.empty() || !reserveExactly(shape)) {
+        return Road::Declined;
+    }
+    Road const road = readPlainNest<T>(nest, shape, m_coerceToLogical, m_elements.get());
+    return takeIf(road, std::move(shape));
+}
+
+template <class T>
+Road NestReader<T>::takeFromMemory(MemoryElements& elements)
+{
+    auto const& dimensions = elements.source()->view.dimensions;
+    std::vector<long> shape(dimensions.size());
+    std::transform(dimensions.begin(), dimensions.end(), shape.begin(),
+                   [](StridedDimension dimension) { return dimension.length; });
+    if (!reserveExactly(shape)) {
+        return Road::Declined;
+    }
+    auto* const convert = runConverter<T>(*elements.source());
+    Road road = Road::Taken;
+    T* next = m_elements.get();
+    walkRuns(elements.source()->view, WalkOrder::Stored, [&](long offset, long length, long stride) {
+        while (length > 0 && road == Road::Taken) {
+            long const count = std::min(length, m_watch.left());
+            bool const isPlain =
+                convert(elements.source()->block, offset, stride, count, next, m_coerceToLogical);
+            bool const goesOn = isPlain && m_watch.passed(count) && elements.refresh();
+            road = goesOn ? Road::Taken : isPlain ? Road::Failed : Road::Declined;
+            next += count;
+            offset += count * stride;
+            length -= count;
+        }
+        return road == Road::Taken;
+    });
+    return takeIf(road, std::move(shape));
+}
+
+/// Makes room for so many elements and no more. A refusal is the walk's to raise, when it comes there.
+template <class T>
+bool NestReader<T>::reserveExactly(std::span<long const> shape)
+{
+    auto const count = checkedProduct(shape);
+    if (reserve(count)) {
+        return m_capacity == *count;
+    }
+    PyErr_Clear();
+    m_hasNoRoom = true;
+    return false;
+}
+
+template <class T>
+Road NestReader<T>::takeIf(Road road, std::vector<long> shape)
+{
+    if (road == Road::Taken) {
+        m_dims = std::move(shape);
+        m_elementCount = m_capacity;
+        m_order = WalkOrder::Stored;
+    }
+    return road;
+}
+
+template <class T>
 bool NestReader<T>::takeVectorItem(PyObject* item)
 {
     if (PySequence_Check(item)) {
-        return refuse(PyExc_TypeError, "value of 'vector' must be an unnested sequence.");
+        return refuseNestedVector();
     }
     return takeScalar(GetCValueFromPyObjFunctor<T>{}(item, m_coerceToLogical));
 }
@@ -114,11 +203,8 @@ bool NestReader<T>::takeSequence(PyObject* sequence)
     if (pyObjectIsUnicodeOrString(sequence)) {
         return refuse(PyExc_ValueError, "value passed to initializer must be numeric.");
     }
-    if (auto const elements = elementsOfArray(sequence)) {
-        return takeElements(*elements);
-    }
-    if (BufferElements const buffer(sequence); buffer.source()) {
-        return takeElements(*buffer.source());
+    if (MemoryElements const elements(sequence); elements.source()) {
+        return takeElements(*elements.source());
     }
     RecursionLevel const level(" while reading a nested sequence");
     if (!level) {
@@ -140,7 +226,7 @@ bool NestReader<T>::takePlainRow(std::span<PyObject* const> items)
     if (length <= m_capacity - m_elementCount) {
         T* next = m_elements.get() + m_elementCount;
         for (PyObject* const item : items) {
-            *next++ = *plainElement<T>(item, m_coerceToLogical);
+            *next++ = plainElement<T>(item, m_coerceToLogical).value;
         }
     }
     m_elementCount += length;
@@ -167,7 +253,7 @@ bool NestReader<T>::takeItems(PyObject* sequence, long length)
     Items const items(sequence);
     for (Py_ssize_t index = 0; index < length; ++index) {
         Reference const item = items.at(index);
-        if (!item || !takeValue(item.get())) {
+        if (!item || !takeValue(item.get()) || !m_watch.passed(1)) {
             return false;
         }
     }
@@ -205,26 +291,25 @@ bool NestReader<T>::takeElements(ElementSource const& source)
                        [this](StridedDimension level) { return closeSequence(level.length); });
 }
 
+// The first element of a run tells whether there is room, and where scalars stand. The others are converted at once, or
+// one by one to find what is refused.
 template <class T>
 bool NestReader<T>::storeElements(ElementSource const& source, long count)
 {
-    if (source.type != data::arrayTypeOf<T> || !survivesPythonNumber<T>) {
-        return convertElements(source, count);
-    }
-    if (!placeFirstScalar()) {
-        return false;
-    }
-    copyElements(source);
-    return true;
-}
-
-template <class T>
-bool NestReader<T>::convertElements(ElementSource const& source, long count)
-{
     bool taken = true;
-    ReadNumber const readNumber = numberReader(source.type);
+    ReadNumber const readNumber = numberReader(source);
+    auto* const convert = runConverter<T>(source);
     walkRuns(source.view, WalkOrder::Nested, [&](long offset, long length, long stride) {
-        for (long i = 0; taken && i < length && count > 0; ++i, --count) {
+        length = std::min(length, count);
+        count -= length;
+        for (long i = 0; taken && i < length; ++i) {
+            long const others = length - i;
+            if (i == 1 && others <= m_capacity - m_elementCount &&
+                convert(source.block, offset + stride, stride, others, m_elements.get() + m_elementCount,
+                        m_coerceToLogical)) {
+                m_elementCount += others;
+                break;
+            }
             Number const number = readNumber(source.block, offset + i * stride);
             taken = takeScalar(convertNumber<T>(number, m_coerceToLogical));
         }
@@ -234,17 +319,17 @@ bool NestReader<T>::convertElements(ElementSource const& source, long count)
 }
 
 template <class T>
-void NestReader<T>::copyElements(ElementSource const& source)
+std::span<T const> NestReader<T>::elementsInNestedOrder()
 {
-    long const count = source.view.count();
-    if (count <= m_capacity - m_elementCount) {
-        T* next = m_elements.get() + m_elementCount;
-        walkRuns(source.view, WalkOrder::Nested, [&](long offset, long length, long stride) {
-            next = loadRun(source.block, offset, length, stride, next);
-            return true;
-        });
+    if (m_order == WalkOrder::Stored && !hasOneOrderOnly(m_dims)) {
+        // What is column-major for some lengths is row-major for their reverse.
+        std::vector<long> const reversed(m_dims.rbegin(), m_dims.rend());
+        auto nested = m_factory.createBuffer<T>(static_cast<std::size_t>(m_elementCount));
+        convertRowMajorToColumnMajor(m_elements.get(), nested.get(), reversed, sizeof(T));
+        m_elements = std::move(nested);
     }
-    m_elementCount += count;
+    m_order = WalkOrder::Nested;
+    return elements();
 }
 
 template <class T>
@@ -314,6 +399,9 @@ bool NestReader<T>::reserve(std::optional<long> count)
 {
     if (m_isReserved) {
         return true;
+    }
+    if (m_hasNoRoom) {
+        return refuseForMemory<T>(count);
     }
     m_isReserved = allocateOrRefuse<T>(count, [this](std::size_t room) {
         m_elements = m_factory.createBuffer<T>(room);

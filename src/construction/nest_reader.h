@@ -9,14 +9,21 @@
 // Any object that CPython takes for a sequence is one; a str is refused wherever it stands. Where a sequence's
 // elements lie in memory as numbers, they are read there, to the same result and the same refusals.
 //
+// Two kinds of object need no walk: a plain nest, and an object that lies in memory as a whole. They are tried first,
+// to the same result, but in storage order. Whatever they do not take is walked from the start.
+//
 // What returns a bool returns false with an exception set.
 #pragma once
 
 #include "vocabulary/python.h"
 
+#include "construction/memory_elements.h"
+#include "construction/road.h"
 #include "data/array_factory.h"
 #include "data/element_source.h"
+#include "elements/strided_view.h"
 #include "numbers/element_conversion.h"
+#include "vocabulary/signals.h"
 
 #include <cstddef>
 #include <optional>
@@ -44,12 +51,21 @@ public:
     {
         return {m_elements.get(), static_cast<std::size_t>(m_elementCount)};
     }
+    WalkOrder order() const { return m_order; }
+    /// The same elements, put into nested order if they are not. Throws.
+    std::span<T const> elementsInNestedOrder();
 
     /// The block of the elements, which is no longer the reader's.
     data::ElementBuffer<T> takeElements() { return std::move(m_elements); }
     data::ArrayFactory& factory() { return m_factory; }
 
 private:
+    Road takeAtOnce(PyObject* object);
+    Road takePlainNest(PyObject* nest);
+    Road takeFromMemory(MemoryElements& elements);
+    bool reserveExactly(std::span<long const> shape);
+    Road takeIf(Road road, std::vector<long> shape);
+
     bool takeValue(PyObject* object);
     bool takeSequence(PyObject* sequence);
     bool takePlainRow(std::span<PyObject* const> items);
@@ -59,8 +75,6 @@ private:
     bool takeElements(ElementSource const& source);
     long countBeforeRagged(std::span<StridedDimension const> levels) const;
     bool storeElements(ElementSource const& source, long count);
-    bool convertElements(ElementSource const& source, long count);
-    void copyElements(ElementSource const& source);
     void openSequence(long length);
     bool closeSequence(long length);
     bool takeScalar(CValueResult<T> const& scalar);
@@ -73,6 +87,9 @@ private:
     long m_capacity = 0;
     long m_elementCount = 0;  // may exceed the capacity in a nest that will be refused
     bool m_isReserved = false;
+    bool m_hasNoRoom = false;  // a reservation was refused
+    WalkOrder m_order = WalkOrder::Nested;
+    SignalWatch m_watch;
     bool m_coerceToLogical = true;
     PyObject* m_refusalClass = nullptr;  // in place of the one that a refused scalar names
     std::size_t m_scalarDepth = 0;       // of the first scalar; 0 before it

@@ -11,17 +11,22 @@
 
 namespace quarna {
 
-/// The items of an exact list or tuple if each of them is plain (see plainElement); else none.
-template <class T>
-std::span<PyObject* const> plainRow(PyObject* sequence, bool coerceToLogical)
+/// The items of an exact list or tuple; empty for another object.
+inline std::span<PyObject* const> exactItems(PyObject* sequence)
 {
     if (!PyList_CheckExact(sequence) && !PyTuple_CheckExact(sequence)) {
         return {};
     }
-    std::span<PyObject* const> const items(PySequence_Fast_ITEMS(sequence),
-                                           static_cast<std::size_t>(PySequence_Fast_GET_SIZE(sequence)));
+    return {PySequence_Fast_ITEMS(sequence), static_cast<std::size_t>(PySequence_Fast_GET_SIZE(sequence))};
+}
+
+/// The same if each of them is plain (see plainElement).
+template <class T>
+std::span<PyObject* const> plainRow(PyObject* sequence, bool coerceToLogical)
+{
+    auto const items = exactItems(sequence);
     bool const isPlain = std::all_of(items.begin(), items.end(), [coerceToLogical](PyObject* item) {
-        return plainElement<T>(item, coerceToLogical).has_value();
+        return plainElement<T>(item, coerceToLogical).isPlain;
     });
     return isPlain ? items : std::span<PyObject* const>();
 }

@@ -40,6 +40,25 @@ struct WritableElements {
             storeElementAt(seen, offset, value);
         }
     }
+
+    void setRun(long offset, long stride, std::span<T const> values) const
+    {
+        auto const count = static_cast<long>(values.size());
+        storeRun(read, offset, count, stride, values.data());
+        if (seen != nullptr) {
+            storeRun(seen, offset, count, stride, values.data());
+        }
+    }
+
+    /// From another block.
+    void copyRun(void const* from, long fromOffset, long fromStride, long offset, long stride,
+                 long count) const
+    {
+        quarna::copyRun<T>(from, fromOffset, fromStride, read, offset, stride, count);
+        if (seen != nullptr) {
+            quarna::copyRun<T>(from, fromOffset, fromStride, seen, offset, stride, count);
+        }
+    }
 };
 
 }  // namespace quarna
