@@ -22,6 +22,9 @@ namespace {
 
 constexpr std::size_t sideBySide = 8;
 
+/// Beyond, a nest is walked: it may have no end.
+constexpr std::size_t deepest = 64;
+
 /// How much is read between two looks for signals. Lists with fewer elements are not held: there is no look meanwhile.
 constexpr long segment = 4096;
 
@@ -219,11 +222,13 @@ std::vector<long> shapeOfPlainNest(PyObject* nest, bool coerceToLogical)
 {
     std::vector<long> shape;
     PyObject* first = nest;
-    for (auto items = exactItems(first); !items.empty(); items = exactItems(first)) {
+    for (auto items = exactItems(first); !items.empty() && shape.size() <= deepest;
+         items = exactItems(first)) {
         shape.push_back(static_cast<long>(items.size()));
         first = items.front();
     }
-    if (!shape.empty() && plainElement<T>(first, coerceToLogical).isPlain && letsGoAsDeep(shape.size())) {
+    if (!shape.empty() && shape.size() <= deepest && plainElement<T>(first, coerceToLogical).isPlain &&
+        letsGoAsDeep(shape.size())) {
         return shape;
     }
     PyErr_Clear();
