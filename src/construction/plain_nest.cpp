@@ -178,15 +178,17 @@ private:
         return convert(rows.count(), items, start, end, stride, destination);
     }
 
+    // What the loop reads is its own: nothing that it stores can change it.
     template <class Count>
-    bool convert(Count count, std::array<PyObject* const*, sideBySide> const& items, long start, long end,
+    bool convert(Count count, std::array<PyObject* const*, sideBySide> const items, long start, long end,
                  long stride, T* destination) const
     {
+        bool const coerceToLogical = m_coerceToLogical;
         for (long column = start; column < end; ++column) {
             T* const place = destination + column * stride;
             for (std::size_t i = 0; i < count; ++i) {
-                auto const plain = plainElement<T>(items[i][column], m_coerceToLogical);
-                if (!plain.isPlain) {
+                auto const plain = plainElement<T>(items[i][column], coerceToLogical);
+                if (!plain.isPlain) [[unlikely]] {
                     return false;
                 }
                 place[i] = plain.value;

@@ -176,18 +176,16 @@ Plain<T> plainFromInt(PyObject* object)
     return plain;
 }
 
-}  // namespace detail
-
-/// The element that an exact float, int or complex, or a bool, is. Runs no Python code, and takes no memory.
+/// Of every kind of number, in a call of its own.
 template <class T>
-Plain<T> plainElement(PyObject* object, bool coerceToLogical)
+[[gnu::noinline]] Plain<T> plainFromAny(PyObject* object, bool coerceToLogical)
 {
     PyTypeObject const* const type = Py_TYPE(object);
     if (type == &PyFloat_Type) {
         return plainFromFloat<T>(PyFloat_AS_DOUBLE(object), coerceToLogical);
     }
     if (type == &PyLong_Type) {
-        return detail::plainFromInt<T>(object);
+        return plainFromInt<T>(object);
     }
     if (type == &PyBool_Type) {
         return plainFromInteger<T>(object == Py_True ? 1 : 0);
@@ -197,6 +195,33 @@ Plain<T> plainElement(PyObject* object, bool coerceToLogical)
         return plainFromComplex<T>({value.real, value.imag}, coerceToLogical);
     }
     return {T{}, false};
+}
+
+}  // namespace detail
+
+/// The element that an exact float, int or complex, or a bool, is. Runs no Python code, and takes no memory. What arrays
+/// of T are made from as a rule is read without a call.
+template <class T>
+[[gnu::always_inline]] inline Plain<T> plainElement(PyObject* object, bool coerceToLogical)
+{
+    PyTypeObject const* const type = Py_TYPE(object);
+    if constexpr (Complex<T>) {
+        if (type == &PyComplex_Type) {
+            Py_complex const value = reinterpret_cast<PyComplexObject const*>(object)->cval;
+            return plainFromComplex<T>({value.real, value.imag}, coerceToLogical);
+        }
+    } else if constexpr (std::floating_point<T>) {
+        if (type == &PyFloat_Type) {
+            return plainFromFloat<T>(PyFloat_AS_DOUBLE(object), coerceToLogical);
+        }
+    } else if constexpr (Logical<T>) {
+        if (type == &PyBool_Type) {
+            return {object == Py_True, true};
+        }
+    } else if (long value = 0; type == &PyLong_Type && detail::takeOneDigit(object, value)) {
+        return plainFromInteger<T>(value);
+    }
+    return detail::plainFromAny<T>(object, coerceToLogical);
 }
 
 }  // namespace quarna
