@@ -9,12 +9,14 @@
 #include <cstring>
 #include <utility>
 
-// A factory has no state: it is the ticket without which nothing is made.
+// A factory has no state: it is the ticket without which nothing is made. All are one.
 struct quarna_factory {};
 
 namespace quarna::library {
 
 namespace {
+
+quarna_factory theFactory;
 
 Layout layoutFrom(std::int32_t layout)
 {
@@ -28,13 +30,10 @@ Layout layoutFrom(std::int32_t layout)
 
 int operations::create_factory(quarna_factory** factory) noexcept
 {
-    return answer(factory, [] { return new quarna_factory(); });
+    return answer(factory, [] { return &theFactory; });
 }
 
-void operations::destroy_factory(quarna_factory* factory) noexcept
-{
-    delete factory;
-}
+void operations::destroy_factory(quarna_factory*) noexcept {}
 
 int operations::create_array(quarna_factory* factory, std::int32_t type, std::size_t const* dimensions,
                              std::size_t dimension_count, quarna_array** array) noexcept

@@ -25,7 +25,9 @@ TypedArray<T> makeTypedArray(Make make)
 
 ArrayFactory::ArrayFactory()
     : m_impl(detail::makeOwned<FunctionType::destroy_factory>(
-          &detail::made<FunctionType::create_factory, impl::ArrayFactoryImpl>))
+                 &detail::made<FunctionType::create_factory, impl::ArrayFactoryImpl>)
+                 .release(),
+             [](impl::ArrayFactoryImpl* factory) { detail::operation<FunctionType::destroy_factory>()(factory); })
 {}
 
 template <class T>

@@ -31,7 +31,7 @@ public:
     TypedArray<T> createArray(std::vector<std::size_t> const& dimensions);
 
 private:
-    std::shared_ptr<impl::ArrayFactoryImpl> m_impl;
+    std::unique_ptr<impl::ArrayFactoryImpl, void (*)(impl::ArrayFactoryImpl*)> m_impl;
 };
 
 }  // namespace quarna::data

@@ -101,7 +101,7 @@ template <FunctionType destroyer, class Make>
 auto makeOwned(Make make)
 {
     Destroy<destroyer> const destroy;
-    return std::shared_ptr<std::remove_pointer_t<decltype(make())>>(make(), destroy);
+    return std::unique_ptr<std::remove_pointer_t<decltype(make())>, Destroy<destroyer>>(make(), destroy);
 }
 
 /// What an operation puts into its last argument.
