@@ -8,27 +8,12 @@
 
 namespace quarna {
 
-bool IntegerIndexItem::normalizeAgainstLength(long length)
-{
-    if (m_index >= length || m_index < -length) {
-        return false;
-    }
-    m_index += m_index < 0 ? length : 0;
-    m_isNormalized = true;
-    return true;
-}
-
 SliceIndexItem makeSliceItem(long start, long stop, long step, long count)
 {
     if (count == 0) {
         return {0, 0, 1, 0, true};
     }
     return {start, stop, step, count, true};
-}
-
-long indexWithinSlice(SliceIndexItem const& slice, long position)
-{
-    return slice.m_start + position * slice.m_step;
 }
 
 SliceIndexItem intersection(SliceIndexItem const& held, SliceIndexItem const& next)
@@ -44,6 +29,10 @@ SliceIndexItem intersection(SliceIndexItem const& held, SliceIndexItem const& ne
 IndexItems::IndexItems(IndexItems const& other, std::size_t integerCount, bool hasSlice)
     : m_integerCount(static_cast<std::uint32_t>(integerCount)), m_hasSlice(hasSlice)
 {
+    if (liesInside() && other.liesInside()) {
+        m_inside = other.m_inside;
+        return;
+    }
     if (!liesInside()) {
         m_outside = new long[wordCount()];
     }
@@ -78,27 +67,14 @@ IndexItems::~IndexItems()
     }
 }
 
-IntegerIndexItem IndexItems::item(std::size_t place) const
+IndexItems IndexItems::integersOnly() const
 {
-    long const word = words()[place];
-    return {word < 0 ? ~word : word, word >= 0};
-}
-
-std::optional<SliceIndexItem> IndexItems::slice() const
-{
-    if (!m_hasSlice) {
-        return std::nullopt;
-    }
-    long const* const stored = words() + m_integerCount;
-    return SliceIndexItem{stored[0], stored[1], stored[2], stored[3], true};
-}
-
-void IndexItems::markNotNormalized()
-{
+    IndexItems integers(*this, m_integerCount, false);
     for (std::size_t place = 0; place < m_integerCount; ++place) {
-        long& word = words()[place];
+        long& word = integers.words()[place];
         word = word < 0 ? word : ~word;
     }
+    return integers;
 }
 
 }  // namespace quarna

@@ -14,7 +14,15 @@ struct IntegerIndexItem {
     bool m_isNormalized = false;
 
     /// Counts a negative index from the end. False, with nothing changed, for an index outside `length`.
-    bool normalizeAgainstLength(long length);
+    bool normalizeAgainstLength(long length)
+    {
+        if (m_index >= length || m_index < -length) {
+            return false;
+        }
+        m_index += m_index < 0 ? length : 0;
+        m_isNormalized = true;
+        return true;
+    }
 };
 
 /// One slice. Every empty slice is 0, 0, 1, 0; a negative step may have the stop -1, which takes in index 0.
@@ -33,7 +41,10 @@ struct SliceIndexItem {
 SliceIndexItem makeSliceItem(long start, long stop, long step, long count);
 
 /// The index at a position within the slice; the position is less than its length.
-long indexWithinSlice(SliceIndexItem const& slice, long position);
+inline long indexWithinSlice(SliceIndexItem const& slice, long position)
+{
+    return slice.m_start + position * slice.m_step;
+}
 
 /// The intersection of two slices of one dimension, with the product of their steps, neither of them negative.
 SliceIndexItem intersection(SliceIndexItem const& held, SliceIndexItem const& next);
@@ -42,7 +53,7 @@ SliceIndexItem intersection(SliceIndexItem const& held, SliceIndexItem const& ne
 /// few that an array has as a rule lie in the object itself.
 class IndexItems {
 public:
-    IndexItems() = default;
+    IndexItems() : m_inside{} {}
     IndexItems(IndexItems const& other);
     IndexItems& operator=(IndexItems const&) = delete;
     ~IndexItems();
@@ -54,13 +65,24 @@ public:
     bool isEmpty() const { return m_integerCount == 0 && !m_hasSlice; }
     std::size_t integerCount() const { return m_integerCount; }
     long integerAt(std::size_t place) const { return item(place).m_index; }
-    IntegerIndexItem item(std::size_t place) const;
+    IntegerIndexItem item(std::size_t place) const
+    {
+        long const word = words()[place];
+        return {word < 0 ? ~word : word, word >= 0};
+    }
 
     bool hasSlice() const { return m_hasSlice; }
-    std::optional<SliceIndexItem> slice() const;
+    std::optional<SliceIndexItem> slice() const
+    {
+        if (!m_hasSlice) {
+            return std::nullopt;
+        }
+        long const* const stored = words() + m_integerCount;
+        return SliceIndexItem{stored[0], stored[1], stored[2], stored[3], true};
+    }
 
-    /// From now on no integer counts as normalised.
-    void markNotNormalized();
+    /// The same without the slice, and without an integer that counts as normalised.
+    IndexItems integersOnly() const;
 
 private:
     static constexpr std::size_t wordsOfSlice = 4;

@@ -12,31 +12,33 @@ QCppPyArray::QCppPyArray(QDArrayWrapperPtr wrapper, SupportedArrayEnum arrayClas
       m_isComplex(isComplex)
 {}
 
-QCppPyArray::QCppPyArray(QCppPyArray const& other)
-    : m_wrapper(other.m_wrapper), m_reshapes(other.m_reshapes), m_indices(other.m_indices),
-      m_supportedArrayEnum(other.m_supportedArrayEnum), m_isComplex(other.m_isComplex)
+// Whatever the items of a family's array are tried against, it is the shape of now.
+template <class... Items>
+QCppPyArray::QCppPyArray(QCppPyArray const& family, long byteOffset, Items const&... items)
+    : m_wrapper(family.m_wrapper), m_reshapes(m_wrapper->reshapeCount()), m_byteOffset(byteOffset),
+      m_indices(items...), m_supportedArrayEnum(family.m_supportedArrayEnum), m_isComplex(family.m_isComplex)
 {}
 
-// The items of a full array are tried against the shape of now, those of a partial array against that of their time.
 QCppPyArray::QCppPyArray(QCppPyArray const& parent, IntegerIndexItem const& item)
-    : m_wrapper(parent.m_wrapper),
-      m_reshapes(parent.indicesAreEmpty() ? m_wrapper->reshapeCount() : parent.m_reshapes),
-      m_indices(parent.m_indices, item), m_supportedArrayEnum(parent.m_supportedArrayEnum),
-      m_isComplex(parent.m_isComplex)
+    : QCppPyArray(parent, parent.m_byteOffset + parent.bytesTo(item.m_index), parent.m_indices, item)
 {}
 
 QCppPyArray::QCppPyArray(QCppPyArray const& parent, SliceIndexItem const& item)
-    : m_wrapper(parent.m_wrapper),
-      m_reshapes(parent.indicesAreEmpty() ? m_wrapper->reshapeCount() : parent.m_reshapes),
-      m_indices(parent.m_indices, item), m_supportedArrayEnum(parent.m_supportedArrayEnum),
-      m_isComplex(parent.m_isComplex)
+    : QCppPyArray(parent, parent.m_byteOffset, parent.m_indices, item)
 {}
 
 QCppPyArray QCppPyArray::forIteration(QCppPyArray const& other)
 {
-    QCppPyArray source(other);
-    source.m_indices.markNotNormalized();
-    return source;
+    return {other, other.m_byteOffset, other.m_indices.integersOnly()};
+}
+
+bool QCppPyArray::refuseUse() const
+{
+    if (isCurrent()) {
+        // Only a foreign array without dimensions comes here.
+        return refuse(PyExc_RuntimeError, "too many indices.");
+    }
+    return requireReshapeCount(m_reshapes);
 }
 
 bool QCppPyArray::requireReshapeCount(unsigned long reshapes) const
@@ -47,38 +49,9 @@ bool QCppPyArray::requireReshapeCount(unsigned long reshapes) const
     return true;
 }
 
-bool QCppPyArray::requireUsable() const
-{
-    if (isUsable()) {
-        return true;
-    }
-    if (isCurrent()) {
-        // Only a foreign array without dimensions comes here.
-        return refuse(PyExc_RuntimeError, "too many indices.");
-    }
-    return requireReshapeCount(m_reshapes);
-}
-
-long QCppPyArray::fullLengthOfActiveDimension() const
-{
-    return m_wrapper->shape()[activeDimension()];
-}
-
-long QCppPyArray::getLengthOfActiveDimension() const
-{
-    if (!requireUsable()) {
-        return -1;
-    }
-    auto const slice = heldSlice();
-    return slice ? slice->m_slice_len : fullLengthOfActiveDimension();
-}
-
-bool QCppPyArray::convertSliceAndIntegerToInteger(IntegerIndexItem& item) const
+bool QCppPyArray::takePlaceOfSlice(IntegerIndexItem& item) const
 {
     auto const slice = heldSlice();
-    if (!slice) {
-        return true;
-    }
     if (item.m_index >= slice->m_slice_len) {
         return refuse(PyExc_RuntimeError, "unable to index into slice.");
     }
@@ -99,9 +72,14 @@ bool QCppPyArray::convertSliceAndSliceToSlice(SliceIndexItem& item) const
     return true;
 }
 
+// Beside a length of 0, an index times a stride may be beyond all numbers.
+long QCppPyArray::bytesTo(long index) const
+{
+    return m_wrapper->hasElements() ? index * m_wrapper->bytewiseStrides()[activeDimension()] : 0;
+}
+
 long QCppPyArray::elementStride(std::size_t dimension) const
 {
-    // Beside a length of 0, an index times a stride may be beyond all numbers.
     return m_wrapper->hasElements()
                ? m_wrapper->bytewiseStrides()[dimension] / m_wrapper->getElementSizeInBytes()
                : 0;
@@ -109,11 +87,7 @@ long QCppPyArray::elementStride(std::size_t dimension) const
 
 long QCppPyArray::offsetOfIntegers() const
 {
-    long offset = 0;
-    for (std::size_t place = 0; place < m_indices.integerCount(); ++place) {
-        offset += integerAt(place) * elementStride(place);
-    }
-    return offset;
+    return m_byteOffset / m_wrapper->getElementSizeInBytes();
 }
 
 void QCppPyArray::appendOpenDimensions(StridedView& view) const

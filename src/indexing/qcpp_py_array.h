@@ -26,14 +26,14 @@ class QCppPyArray {
 public:
     /// A full array.
     QCppPyArray(QDArrayWrapperPtr wrapper, quarna::SupportedArrayEnum arrayClass, bool isComplex);
-    /// The same array once more, without its cache.
-    QCppPyArray(QCppPyArray const& other);
-    /// One subscript further: `item` is normalised and takes the place of a slice that `parent` holds.
+    /// One subscript further: `parent` is usable, `item` is normalised and takes the place of a slice that `parent`
+    /// holds.
     QCppPyArray(QCppPyArray const& parent, quarna::IntegerIndexItem const& item);
     QCppPyArray(QCppPyArray const& parent, quarna::SliceIndexItem const& item);
-    /// The source of an iteration: a copy whose integers, like those that the iteration adds, do not count as
-    /// normalised.
+    /// The source of an iteration over a usable array: a copy without the slice, whose integers, like those that the
+    /// iteration adds, do not count as normalised.
     static QCppPyArray forIteration(QCppPyArray const& other);
+    QCppPyArray(QCppPyArray const&) = delete;
     QCppPyArray& operator=(QCppPyArray const&) = delete;
     ~QCppPyArray() = default;
 
@@ -59,18 +59,33 @@ public:
     {
         return isCurrent() && getNumberOfIntegerIndicesSoFar() < getNumberOfDimensions();
     }
-    bool requireUsable() const;
+    bool requireUsable() const { return isUsable() || refuseUse(); }
     /// False if the wrapper was reshaped since it had this count of reshapes.
     bool requireReshapeCount(unsigned long reshapes) const;
+    /// The same since this array was made, which a full array allows.
+    bool requireUnreshaped() const
+    {
+        return m_wrapper->reshapeCount() == m_reshapes || requireReshapeCount(m_reshapes);
+    }
 
     /// What len() reports; -1 if the array is not usable.
-    long getLengthOfActiveDimension() const;
+    long getLengthOfActiveDimension() const
+    {
+        if (!requireUsable()) {
+            return -1;
+        }
+        auto const slice = heldSlice();
+        return slice ? slice->m_slice_len : fullLengthOfActiveDimension();
+    }
     /// The length of the active dimension without regard to a held slice.
-    long fullLengthOfActiveDimension() const;
+    long fullLengthOfActiveDimension() const { return m_wrapper->shape()[activeDimension()]; }
 
     /// Turns a position in the active dimension into an index of the dimension; false past a held slice's end. An
     /// index that took a slice's place no longer counts as normalised.
-    bool convertSliceAndIntegerToInteger(quarna::IntegerIndexItem& item) const;
+    bool convertSliceAndIntegerToInteger(quarna::IntegerIndexItem& item) const
+    {
+        return !m_indices.hasSlice() || takePlaceOfSlice(item);
+    }
     /// Turns a new slice into the one that takes a held slice's place; false if either step is negative.
     bool convertSliceAndSliceToSlice(quarna::SliceIndexItem& item) const;
 
@@ -80,7 +95,17 @@ public:
     quarna::StridedView selectionWith(quarna::IntegerIndexItem const& item) const;
     quarna::StridedView selectionWith(quarna::SliceIndexItem const& item) const;
 
-    /// The element at an index of the last dimension, as a new Python number; the integers so far name the rest.
+    /// Where the element at an index of the last dimension lies; the integers so far name the rest.
+    long byteOffsetOf(long index) const
+    {
+        return m_byteOffset + index * m_wrapper->bytewiseStrides()[activeDimension()];
+    }
+    void const* addressOf(long index) const
+    {
+        return static_cast<unsigned char const*>(m_wrapper->buf()) + byteOffsetOf(index);
+    }
+
+    /// That element as a new Python number.
     template <class T>
     PyObject* getNumericPyObject(long index) const;
 
@@ -110,8 +135,14 @@ private:
         bool isSeen;  // a native consumer has its handle, so no other array reads it where it lies
     };
 
+    template <class... Items>
+    QCppPyArray(QCppPyArray const& family, long byteOffset, Items const&... items);
+
     bool isCurrent() const { return indicesAreEmpty() || m_wrapper->reshapeCount() == m_reshapes; }
+    bool refuseUse() const;
+    bool takePlaceOfSlice(quarna::IntegerIndexItem& item) const;
     std::size_t activeDimension() const { return m_indices.integerCount(); }
+    long bytesTo(long index) const;
     long elementStride(std::size_t dimension) const;
     long offsetOfIntegers() const;
     void appendOpenDimensions(quarna::StridedView& view) const;
@@ -120,7 +151,8 @@ private:
     QDArrayWrapperPtr m_wrapper;
     unsigned long m_reshapes;  // the wrapper's count when the items were tried against its shape
     std::unique_ptr<Gathered> m_gathered;
-    quarna::IndexItems m_indices;
+    long m_byteOffset = 0;  // of the first element behind the integers
+    [[no_unique_address]] quarna::IndexItems m_indices;
     quarna::SupportedArrayEnum m_supportedArrayEnum;
     bool m_isComplex;
 };

@@ -15,14 +15,18 @@ public:
     PyObject* increment();
 
 private:
-    using MakeNumber = PyObject* (*)(QCppPyArray const& array, long index);
-    static MakeNumber numberMaker(QCppPyArray const& array);
+    using MakeItem = PyObject* (*)(QCppPyIter const& iteration);
 
-    QCppPyArray m_array;
-    unsigned long m_reshapes;
-    SliceIndexItem m_range;
-    long m_position = 0;
-    MakeNumber m_makeNumber;  // null: each step yields a partial array
+    template <class T>
+    static PyObject* makeNumberHere(QCppPyIter const& iteration);
+    static PyObject* makePartHere(QCppPyIter const& iteration);
+    static MakeItem itemMaker(QCppPyArray const& array);
+
+    QCppPyArray m_source;
+    MakeItem m_makeItem;
+    long m_index;
+    long m_step;
+    long m_left;
 };
 
 }  // namespace quarna

@@ -64,8 +64,7 @@ private:
 template <class T>
 PyObject* QCppPyArray::getNumericPyObject(long index) const
 {
-    long const offset = offsetOfIntegers() + index * elementStride(m_wrapper->shape().size() - 1);
-    return makeNumber(loadElementAt<T>(m_wrapper->buf(), offset));
+    return makeNumber(loadElement<T>(addressOf(index)));
 }
 
 PyObject* QCppPyArray::getAllContentsAsPyList() const

@@ -37,9 +37,9 @@ TEST(IndexItems, AListGrowsByOneItemAndKeepsWhatItHas)
         items.~IndexItems();
         new (&items) IndexItems(longer);
     }
-    items.markNotNormalized();
-    EXPECT_FALSE(items.item(0).m_isNormalized || items.item(2).m_isNormalized);
-    EXPECT_EQ(items.integerAt(0), largest - 1);
+    IndexItems const integers = IndexItems(items, makeSliceItem(0, 1, 1, 1)).integersOnly();
+    EXPECT_FALSE(integers.hasSlice() || integers.item(0).m_isNormalized || integers.item(2).m_isNormalized);
+    EXPECT_EQ(integers.integerAt(0), largest - 1);
 }
 
 }  // namespace
