@@ -5,12 +5,7 @@ namespace quarna {
 
 PyObject* allocateArrayMemory(PyTypeObject* type, Py_ssize_t /*itemCount*/)
 {
-    auto* const memory = static_cast<ArrayObject*>(PyObject_Malloc(sizeof(ArrayObject)));
-    if (memory == nullptr) {
-        return PyErr_NoMemory();
-    }
-    memory->record.array = nullptr;
-    return PyObject_Init(reinterpret_cast<PyObject*>(memory), type);
+    return ArrayMemory::allocate(type);
 }
 
 void QCPyArray_Delete(PyObject* self)
@@ -18,7 +13,7 @@ void QCPyArray_Delete(PyObject* self)
     if (QCppPyArray* const array = getQCPyArrayFromPyObject(self)->array) {
         array->~QCppPyArray();
     }
-    PyObject_Free(self);
+    ArrayMemory::free(self);
 }
 
 }  // namespace quarna

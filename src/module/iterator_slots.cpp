@@ -1,10 +1,24 @@
 // iter() and next().
+#include "indexing/object_memory.h"
 #include "module/slots.h"
 #include "module/type_objects.h"
 #include "vocabulary/errors.h"
 #include "vocabulary/references.h"
 
+#include <new>
+
 namespace quarna {
+
+namespace {
+
+using IteratorMemory = ObjectMemory<QCPyIter, QCppPyIter>;
+
+}  // namespace
+
+PyObject* QCPyIter_Alloc(PyTypeObject* type, Py_ssize_t /*itemCount*/)
+{
+    return IteratorMemory::allocate(type);
+}
 
 PyObject* QCPyArray_GetIter(PyObject* self)
 {
@@ -12,12 +26,12 @@ PyObject* QCPyArray_GetIter(PyObject* self)
     if (array == nullptr || !array->requireUsable()) {
         return nullptr;
     }
-    Reference object = Reference::steal(QCPyIter_Type.tp_alloc(&QCPyIter_Type, 0));
+    Reference object = Reference::steal(IteratorMemory::allocate(&QCPyIter_Type));
     if (!object) {
-        setError(PyExc_RuntimeError, allocationText);
-        return nullptr;
+        return refuse(PyExc_RuntimeError, allocationText);
     }
-    reinterpret_cast<QCPyIter*>(object.get())->iterator = new QCppPyIter(*array);
+    reinterpret_cast<QCPyIter*>(object.get())->iterator =
+        new (IteratorMemory::nativeMemory(object.get())) QCppPyIter(*array);
     return object.release();
 }
 
@@ -33,8 +47,10 @@ PyObject* QCPyIter_GetIterNext(PyObject* self)
 
 void QCPyIter_Delete(PyObject* self)
 {
-    delete reinterpret_cast<QCPyIter*>(self)->iterator;
-    PyObject_Free(self);
+    if (QCppPyIter* const iterator = reinterpret_cast<QCPyIter*>(self)->iterator) {
+        iterator->~QCppPyIter();
+    }
+    IteratorMemory::free(self);
 }
 
 }  // namespace quarna

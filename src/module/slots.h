@@ -1,5 +1,5 @@
 // What Python calls on arrays and iterators. All functions go through `guarded` but those that cannot fail:
-// the two tp_dealloc, and the release of a buffer.
+// tp_alloc and tp_dealloc, and the release of a buffer.
 #pragma once
 
 #include "vocabulary/python.h"
@@ -36,6 +36,8 @@ PyObject* QCPyArray_GetRepr(PyObject* self);
 Py_ssize_t QCPyArray_NumElemsInFirstDim(PyObject* self);
 PyObject* QCPyArray_GetIter(PyObject* self);
 
+/// tp_alloc: an iterator whose iteration is still null; null with MemoryError set.
+PyObject* QCPyIter_Alloc(PyTypeObject* type, Py_ssize_t itemCount);
 PyObject* QCPyIter_GetIter(PyObject* self);
 PyObject* QCPyIter_GetIterNext(PyObject* self);
 void QCPyIter_Delete(PyObject* self);

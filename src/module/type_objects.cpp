@@ -78,6 +78,7 @@ constexpr PyTypeObject makeIteratorType()
     type.tp_name = "QCPyIter";
     type.tp_doc = "Internal iterator object";
     type.tp_basicsize = sizeof(QCPyIter);
+    type.tp_alloc = &QCPyIter_Alloc;
     type.tp_dealloc = &QCPyIter_Delete;
     type.tp_iter = guarded<&QCPyIter_GetIter>;
     type.tp_iternext = guarded<&QCPyIter_GetIterNext>;
