@@ -1,10 +1,10 @@
 // Assignment through subscripts.
 #include "assignment/assignment.h"
 
+#include "assignment/single_element.h"
 #include "assignment/storing.h"
 #include "construction/nest_reader.h"
 #include "elements/strided_view.h"
-#include "numbers/element_conversion.h"
 #include "vocabulary/errors.h"
 #include "wrapper/qd_array_wrapper.h"
 
@@ -44,23 +44,6 @@ int setAlikeNest(QCppPyArray const& array, Item const& item, PyObject* value)
             "unable to perform assignment because the left and right sides have a different shape.");
     }
     return store(array, target, reader) ? 0 : -1;
-}
-
-template <class T>
-int setItemViaFinalIntegerIndex(QCppPyArray const& array, long index, PyObject* value)
-{
-    auto const result = GetCValueFromPyObjFunctor<T>{}(value, false);
-    if (!result.value) {
-        return refuse(result.exceptionType, result.message.c_str());
-    }
-    boost::container::small_vector<long, 8> position;
-    for (long place = 0; place < array.getNumberOfIntegerIndicesSoFar(); ++place) {
-        position.push_back(array.integerAt(static_cast<std::size_t>(place)));
-    }
-    position.push_back(index);
-    bool const isSet =
-        array.getQDAWrapper()->setElementFromIndices<T>({position.data(), position.size()}, *result.value);
-    return isSet ? 0 : -1;
 }
 
 Refused refuseEmptySlice()

@@ -23,9 +23,35 @@ bool isPending(std::optional<long> integer)
     return *integer == -1 && PyErr_Occurred() != nullptr;
 }
 
-template <class T>
-int assignSlice(QCppPyArray const& array, PyObject* index, PyObject* value)
+// What is no integer.
+PyObject* getViaSlice(PyObject* self, PyObject* index)
 {
+    QCppPyArray const* const array = requireArray(self);
+    if (array == nullptr) {
+        return nullptr;
+    }
+    if (!isSlice(index)) {
+        return refuse(PyExc_RuntimeError, noIndexText);
+    }
+    if (!array->requireUsable()) {
+        return nullptr;
+    }
+    auto const bounds = unpackSlice(index);
+    // The bounds of a slice can run Python code, so the length is taken afterwards.
+    long const length = bounds ? array->getLengthOfActiveDimension() : -1;
+    if (length < 0) {
+        return nullptr;
+    }
+    SliceIndexItem item = clippedSlice(*bounds, length);
+    return array->convertSliceAndSliceToSlice(item) ? newArrayObject(*array, item) : nullptr;
+}
+
+template <class T>
+int setViaSlice(QCppPyArray const& array, PyObject* index, PyObject* value)
+{
+    if (!isSlice(index)) {
+        return refuse(PyExc_RuntimeError, noIndexText);
+    }
     auto const bounds = unpackSlice(index);
     // The bounds of a slice can run Python code, so the shape is looked at afterwards.
     if (!bounds || !array.requireUsable()) {
@@ -85,24 +111,7 @@ PyObject* QCPyArray_GetViaIndex(PyObject* self, PyObject* index)
     if (auto const integer = getIntegerIndexFromIndexObject(index)) {
         return isPending(integer) ? nullptr : QCPyArray_GetItem<T>(self, *integer);
     }
-    QCppPyArray const* const array = requireArray(self);
-    if (array == nullptr) {
-        return nullptr;
-    }
-    if (!isSlice(index)) {
-        return refuse(PyExc_RuntimeError, noIndexText);
-    }
-    if (!array->requireUsable()) {
-        return nullptr;
-    }
-    auto const bounds = unpackSlice(index);
-    // The bounds of a slice can run Python code, so the length is taken afterwards.
-    long const length = bounds ? array->getLengthOfActiveDimension() : -1;
-    if (length < 0) {
-        return nullptr;
-    }
-    SliceIndexItem item = clippedSlice(*bounds, length);
-    return array->convertSliceAndSliceToSlice(item) ? newArrayObject(*array, item) : nullptr;
+    return getViaSlice(self, index);
 }
 
 template <class T>
@@ -127,10 +136,7 @@ int QCPyArray_SetViaIndex(PyObject* self, PyObject* index, PyObject* value)
                 *array, *integer, array->fullLengthOfActiveDimension(), value);
         });
     }
-    if (!isSlice(index)) {
-        return refuse(PyExc_RuntimeError, noIndexText);
-    }
-    return assignSlice<T>(*array, index, value);
+    return setViaSlice<T>(*array, index, value);
 }
 
 #define QUARNA_CLASS(suffix, attribute, element, code)                       \

@@ -17,11 +17,4 @@ Store Store::copy(data::ArrayType type) const
     return {std::move(other), type};
 }
 
-void Store::makeOwn(data::ArrayType type)
-{
-    if (isShared()) {
-        *this = copy(type);
-    }
-}
-
 }  // namespace quarna

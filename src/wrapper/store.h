@@ -22,7 +22,12 @@ public:
     Store copy(data::ArrayType type) const;
 
     /// Leaves this store alone with its elements, which lie elsewhere then if others shared them.
-    void makeOwn(data::ArrayType type);
+    void makeOwn(data::ArrayType type)
+    {
+        if (isShared()) {
+            *this = copy(type);
+        }
+    }
 
 private:
     data::Array m_array;
