@@ -1,127 +1,35 @@
 // The text of an array: what Python prints for its nested list, made without the list.
 #include "compare_and_text/text.h"
 
+#include "compare_and_text/ascii_text.h"
+#include "compare_and_text/number_text.h"
 #include "elements/element_load.h"
-#include "wrapper/qd_array_wrapper.h"
+#include "indexing/long_reading.h"
 
 #include <algorithm>
-#include <array>
-#include <charconv>
-#include <cmath>
-#include <concepts>
 #include <cstddef>
 #include <new>
-#include <optional>
-#include <string>
-#include <type_traits>
-#include <utility>
 
 namespace quarna {
 
 namespace {
 
-enum class Sign { OfNegatives, Always };
-
-// The digits of Python's repr: the shortest that read back as the same double, with an exponent for the very small and
-// the very large.
-void appendDouble(std::string& text, double number, Sign sign)
-{
-    double const size = std::fabs(number);
-    if (sign == Sign::Always && (std::isnan(number) || !std::signbit(number))) {
-        text += '+';
-    }
-    if (std::isnan(number)) {
-        text += "nan";
-        return;
-    }
-    bool const isPlain = size == 0.0 || (size >= 1e-4 && size < 1e16);
-    std::array<char, 32> digits;
-    auto const end = std::to_chars(digits.begin(), digits.end(), number,
-                                   isPlain ? std::chars_format::fixed : std::chars_format::scientific)
-                         .ptr;
-    text.append(digits.begin(), end);
-}
-
-// A float shows that it is none of the ints.
-void appendFloat(std::string& text, double number)
-{
-    std::size_t const start = text.size();
-    appendDouble(text, number, Sign::OfNegatives);
-    if (text.find_first_not_of("-0123456789", start) == std::string::npos) {
-        text += ".0";
-    }
-}
-
-// A real part of +0.0 is left out with its parentheses, one of -0.0 is not.
-void appendComplex(std::string& text, double real, double imaginary)
-{
-    if (real == 0.0 && !std::signbit(real)) {
-        appendDouble(text, imaginary, Sign::OfNegatives);
-        text += 'j';
-        return;
-    }
-    text += '(';
-    appendDouble(text, real, Sign::OfNegatives);
-    appendDouble(text, imaginary, Sign::Always);
-    text += "j)";
-}
-
-template <class T>
-void appendNumber(std::string& text, T number)
-{
-    if constexpr (Complex<T>) {
-        appendComplex(text, static_cast<double>(number.real()), static_cast<double>(number.imag()));
-    } else if constexpr (Logical<T>) {
-        text += number ? "True" : "False";
-    } else if constexpr (std::floating_point<T>) {
-        appendFloat(text, static_cast<double>(number));
-    } else {
-        using Printed = std::conditional_t<std::is_signed_v<T>, long, unsigned long>;
-        std::array<char, 24> digits{};
-        auto const end = std::to_chars(digits.begin(), digits.end(), static_cast<Printed>(number)).ptr;
-        text.append(digits.begin(), end);
-    }
-}
-
-template <class T>
-class NestedText {
-public:
-    explicit NestedText(void const* block) : m_block(block) {}
-
-    std::string write(StridedView const& view)
+/// What is selected, in rows: of numbers, or empty. The lists of a level without items hold no further levels.
+struct Rows {
+    explicit Rows(StridedView const& view) : offset(view.offset)
     {
-        // The lists of a level without items hold no further levels.
         auto const firstEmpty =
             std::find_if(view.dimensions.begin(), view.dimensions.end(),
                          [](StridedDimension dimension) { return dimension.length == 0; });
         bool const hasNumbers = firstEmpty == view.dimensions.end();
         auto const innermost = hasNumbers ? view.dimensions.end() - 1 : firstEmpty;
-        writeLists(*innermost, StridedDimensions(view.dimensions.begin(), innermost), view.offset);
-        return std::move(m_text);
-    }
-
-private:
-    void writeLists(StridedDimension row, StridedDimensions outer, long offset)
-    {
+        row = *innermost;
+        outer.assign(view.dimensions.begin(), innermost);
         std::reverse(outer.begin(), outer.end());
-        reserve(row, outer);
-        Odometer position(offset, outer);
-        m_text.append(outer.size(), '[');
-        bool isLast = false;
-        while (!isLast) {
-            writeRow(row, position.offset());
-            isLast = !position.advance();
-            m_text.append(position.restarted(), ']');
-            if (!isLast) {
-                m_text += ',';
-                m_text.append(position.restarted(), '[');
-            }
-        }
     }
 
-    // No row is shorter than "[]", and no number than one digit and a comma. Text that has no room is refused
-    // before it is begun.
-    void reserve(StridedDimension row, StridedDimensions const& outer)
+    /// How many characters the text has at least: no row is shorter than "[]", and no number than a digit and a comma.
+    std::size_t leastText() const
     {
         std::size_t least = 2 * static_cast<std::size_t>(std::max(row.length, 1L));
         for (StridedDimension const& dimension : outer) {
@@ -129,47 +37,111 @@ private:
                 throw std::bad_alloc();
             }
         }
-        if (least > m_text.max_size()) {
-            throw std::bad_alloc();
-        }
-        m_text.reserve(least);
+        return least;
     }
 
-    void writeRow(StridedDimension row, long offset)
+    long offset;
+    StridedDimension row;
+    StridedDimensions outer;  // the fastest first
+};
+
+/// Text that has no room is refused before it is begun. Within reason there is room for the longest numbers from the
+/// start: what is not written to costs nothing, and is given back.
+template <class T>
+std::size_t firstRoom(Rows const& rows)
+{
+    constexpr std::size_t reasonable = std::size_t{1} << 26U;
+    constexpr std::size_t longest = longestNumber<T> + 1;
+    std::size_t const least = rows.leastText();
+    std::size_t const brackets = 2 * rows.outer.size() + 2;
+    return least < reasonable / longest ? least / 2 * longest + brackets : std::max(least, reasonable);
+}
+
+template <class T>
+class NestedText {
+public:
+    NestedText(QCppPyArray const& array, AsciiText& text) : m_elements(array), m_text(text) {}
+
+    /// False with an exception set if Python code that ran in between raised one, or reshaped the array.
+    bool write(Rows const& rows)
     {
-        m_text += '[';
-        for (long i = 0; i < row.length; ++i) {
-            if (i > 0) {
-                m_text += ',';
+        Odometer position(rows.offset, rows.outer);
+        m_text.append(rows.outer.size(), '[');
+        bool isLast = false;
+        while (!isLast) {
+            if (!writeRow(rows.row, position.offset())) {
+                return false;
             }
-            appendNumber(m_text, loadElementAt<T>(m_block, offset));
-            offset += row.stride;
+            isLast = !position.advance();
+            m_text.append(position.restarted(), ']');
+            if (!isLast) {
+                m_text.append(1, ',');
+                m_text.append(position.restarted(), '[');
+            }
         }
-        m_text += ']';
+        return true;
     }
 
-    void const* m_block;
-    std::string m_text;
+private:
+    bool writeRow(StridedDimension row, long offset)
+    {
+        m_text.append(1, '[');
+        for (long i = 0; i < row.length;) {
+            long const count = std::min(row.length - i, numbersAtATime);
+            writeNumbers({count, row.stride}, offset + i * row.stride, i > 0);
+            i += count;
+            if (!m_elements.passed(count)) {
+                return false;
+            }
+        }
+        m_text.append(1, ']');
+        return m_elements.passed(1);
+    }
+
+    void writeNumbers(StridedDimension numbers, long offset, bool afterOthers)
+    {
+        void const* const block = m_elements.block();
+        char* out = m_text.room(static_cast<std::size_t>(numbers.length) * (longestNumber<T> + 1));
+        for (long i = 0; i < numbers.length; ++i) {
+            if (afterOthers || i > 0) {
+                *out++ = ',';
+            }
+            out = writeNumber(out, loadElementAt<T>(block, offset + i * numbers.stride));
+        }
+        m_text.writtenTo(out);
+    }
+
+    static constexpr long numbersAtATime = 64;
+
+    LongReading m_elements;
+    AsciiText& m_text;
 };
 
 }  // namespace
 
 template <class T>
-std::optional<std::string> textOf(QCppPyArray const& array, bool asRepr)
+PyObject* textOf(QCppPyArray const& array, bool asRepr)
 {
     if (!array.requireUsable()) {
-        return std::nullopt;
+        return nullptr;
     }
-    std::string list = NestedText<T>(array.getQDAWrapper()->buf()).write(array.selection());
-    if (!asRepr) {
-        return list;
+    Rows const rows(array.selection());
+    AsciiText text(firstRoom<T>(rows));
+    if (asRepr) {
+        text.append("quarna.");
+        text.append(className<T>);
+        text.append("(");
     }
-    return std::string("quarna.") + className<T> + "(" + list +
-           (array.isComplex() ? ", is_complex=True)" : ")");
+    if (!NestedText<T>(array, text).write(rows)) {
+        return nullptr;
+    }
+    if (asRepr) {
+        text.append(Complex<T> ? ", is_complex=True)" : ")");
+    }
+    return text.finished();
 }
 
-#define QUARNA_ARRAY_TYPE(number, name, element) \
-    template std::optional<std::string> textOf<element>(QCppPyArray const&, bool);
+#define QUARNA_ARRAY_TYPE(number, name, element) template PyObject* textOf<element>(QCppPyArray const&, bool);
 #include "data/array_types.def"
 
 }  // namespace quarna

@@ -1,16 +1,15 @@
 // The text of arrays.
 #pragma once
 
-#include "indexing/qcpp_py_array.h"
+#include "vocabulary/python.h"
 
-#include <optional>
-#include <string>
+#include "indexing/qcpp_py_array.h"
 
 namespace quarna {
 
-/// The nested list as Python prints it without blanks, as a constructor call if `asRepr`; empty with an exception set.
-/// T is the array's element type.
+/// The nested list as Python prints it without blanks, as a constructor call if `asRepr`: a new str; null with an
+/// exception set. Throws std::bad_alloc. T is the array's element type.
 template <class T>
-std::optional<std::string> textOf(QCppPyArray const& array, bool asRepr);
+PyObject* textOf(QCppPyArray const& array, bool asRepr);
 
 }  // namespace quarna

@@ -20,9 +20,7 @@ PyObject* makeText(PyObject* self, bool asRepr)
         return nullptr;
     }
     return withElementForm<T>(array->isComplex(), [&]<class Element>(std::type_identity<Element>) {
-        auto const text = textOf<Element>(*array, asRepr);
-        return text ? PyUnicode_FromStringAndSize(text->data(), static_cast<Py_ssize_t>(text->size()))
-                    : nullptr;
+        return textOf<Element>(*array, asRepr);
     });
 }
 
