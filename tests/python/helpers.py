@@ -3,6 +3,7 @@
 import ctypes
 import os
 import re
+import types
 from ctypes import POINTER, byref, c_char_p, c_int, c_size_t, c_ssize_t, c_void_p
 
 import pytest
@@ -83,28 +84,17 @@ def outcome(code, names):
         return "stale" if "reshaped since" in str(failure) else (type(failure).__name__, str(failure))
 
 
-def compare(program):
-    """Runs the lines on the module and on the model, and looks at every array after each of them."""
-    ours, theirs = dict(NAMES), dict(model.NAMESPACE)
-    for code in program:
-        assert (program, code, outcome(code, ours)) == (program, code, outcome(code, theirs))
-        for name in set(theirs) - set(model.NAMESPACE) - {"__builtins__"}:
-            assert (program, code, name, outcome(name, ours)) == (program, code, name, outcome(name, theirs))
-    # At the end only, as it asks for handles and addresses, which ends the sharing of elements.
-    for name, array in theirs.items():
-        if isinstance(array, model.Array) and not array.integers and array.held is None:
-            agrees(ours[name])
-
-
-def numbers(table):
-    """The numbers of the rows of a table of the library, by name."""
+def rows_of(table):
+    """Number, name and the rest of each row of a table of the library."""
     path = os.path.join(os.path.dirname(__file__), "../../library/include/quarna_data_array", table + ".def")
     with open(path) as file:
-        found = re.findall(r"^QUARNA_\w+\( *(\d+), (\w+),", file.read(), re.MULTILINE)
-    return {name: int(number) for number, name in found}
+        found = re.findall(r"^QUARNA_\w+\( *(\d+), (\w+),(.*)\)$", file.read(), re.MULTILINE)
+    return [(int(number), name, rest) for number, name, rest in found]
 
 
-OPERATIONS, ELEMENT_TYPES, ERROR_CODES = map(numbers, ("operations", "element_types", "error_codes"))
+ELEMENT_TYPES = {name: number for number, name, _ in rows_of("element_types")}
+ERROR_CODES = {name: number for number, name, _ in rows_of("error_codes")}
+OPERATIONS = {name: number for number, name, _ in rows_of("operations")}
 
 # The library that the module uses: one of that name is in the process already.
 library = ctypes.CDLL("libQuarnaDataArray.so")
@@ -123,19 +113,25 @@ handle_of_array = ctypes.PYFUNCTYPE(c_void_p, ctypes.py_object)(_entries[1])
 
 def dump(array):
     """The lines of the native dump of an array."""
-    text, write = (
-        ctypes.create_string_buffer(10000),
-        ctypes.CDLL(module.__file__)._ZNK11QCppPyArray14writeToOstreamERSo,
-    )
-    native = c_void_p.from_address(
-        id(array) + object.__basicsize__
-    )  # the field behind the head of the object
+    text, library = ctypes.create_string_buffer(10000), ctypes.CDLL(module.__file__)
+    native = c_void_p.from_address(id(array) + object.__basicsize__)  # the field behind the object's head
+    write = library._ZNK11QCppPyArray14writeToOstreamERSo
     native_side.native_side_dump(write, native, text, c_size_t(len(text)))
     return text.value.decode("latin1").splitlines()
 
 
-def operation(name, result, *kinds):
-    return ctypes.CFUNCTYPE(result, *kinds)(library.get_function_ptr(OPERATIONS[name]))
+KINDS = {"void": None, "int": c_int, "int32_t": ctypes.c_int32, "size_t": c_size_t, "bool": ctypes.c_bool}
+
+
+def operation(number, row):
+    """The function of a row of operations, which takes and gives pointers as addresses."""
+    result, arguments = re.match(r"\s*\w+,\s*([^,\s]+),\s*\((.*)\)", row).groups()
+    kinds = [result] + re.findall(r"(\S+) \w+(?:,|$)", arguments)
+    prototype = ctypes.CFUNCTYPE(*[KINDS.get(kind, c_void_p) for kind in kinds])
+    return prototype(library.get_function_ptr(number) or 0)
+
+
+call = types.SimpleNamespace(**{name: operation(number, row) for number, name, row in rows_of("operations")})
 
 
 class View(ctypes.Structure):
@@ -168,27 +164,24 @@ class Script:
 
 def new_handle(kind, lengths=(1, 1)):
     """A new array of the library, of an element type, with unknown elements; whoever takes it owns it."""
-    factory, made = c_void_p(), c_void_p()
-    operation("create_factory", c_int, c_void_p)(byref(factory))
-    create = operation("create_array", c_int, c_void_p, ctypes.c_int32, c_void_p, c_size_t, c_void_p)
-    create(factory, ELEMENT_TYPES[kind], (c_size_t * len(lengths))(*lengths), len(lengths), byref(made))
-    operation("destroy_factory", None, c_void_p)(factory)
+    factory, made, dimensions = c_void_p(), c_void_p(), (c_size_t * len(lengths))(*lengths)
+    call.create_factory(byref(factory))
+    call.create_array(factory, ELEMENT_TYPES[kind], dimensions, len(lengths), byref(made))
+    call.destroy_factory(factory)
     return made.value
 
 
 def handle_contents(handle, itemsize):
     """Dimensions, bytes in storage order and their address, of the array behind a handle of the library."""
     count, lengths, reference, address = c_size_t(), POINTER(c_size_t)(), c_void_p(), c_void_p()
-    operation("get_dimensions", c_int, c_void_p, c_void_p, c_void_p)(handle, byref(count), byref(lengths))
+    call.get_dimensions(handle, byref(count), byref(lengths))
     dimensions = tuple(lengths[: count.value])
-    if model.product(dimensions) == 0:
-        return dimensions, b"", None
-    assert operation("get_reference", c_int, c_void_p, c_size_t, c_void_p)(handle, 0, byref(reference)) == 0
-    operation("get_part_addresses", c_int, c_void_p, c_void_p, c_void_p)(
-        reference, byref(address), byref(c_void_p())
-    )
-    operation("destroy_reference", None, c_void_p)(reference)
-    return dimensions, ctypes.string_at(address.value, model.product(dimensions) * itemsize), address.value
+    size = model.product(dimensions) * itemsize
+    if size:
+        assert call.get_reference(handle, 0, byref(reference)) == 0
+        call.get_part_addresses(reference, byref(address), byref(c_void_p()))
+        call.destroy_reference(reference)
+    return dimensions, ctypes.string_at(address.value, size), address.value
 
 
 def agrees(array):

@@ -93,7 +93,6 @@ class Store:
     what native code sees: it writes there alone, and Python sees what it wrote only after a reshape."""
 
     exports, handle = 0, None  # handle: of the data array, where native code has one
-    shared = False  # whether the object that was cloned may hold the data array too, until a write
 
     def __init__(self, shape, elements, flat=False):
         self.shape, self.elements, self.data, self.reshapes = tuple(shape), list(elements), list(elements), 0
@@ -106,7 +105,6 @@ class Store:
     def write(self, positions, elements):
         for position, element in zip(positions, elements):
             self.elements[self.offset(position)] = self.data[self.offset(position)] = element
-            self.shared, self.handle = False, None if self.shared else self.handle
 
 
 class Array:
@@ -216,9 +214,7 @@ class Array:
         return Store(*self.cache)
 
     def clone(self):
-        copied = Array(self.row, None, None, self.is_complex, self.gather())
-        copied.store.shared = True
-        return copied
+        return Array(self.row, None, None, self.is_complex, self.gather())
 
     def parts(self, take):
         """A row of what is taken from each element, as native code sees them."""

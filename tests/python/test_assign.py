@@ -1,16 +1,7 @@
 """Writing through subscripts: which right sides fit, what a refusal says, and what it leaves written."""
 
-from helpers import (
-    NAMES,
-    OPERATIONS,
-    agrees,
-    array_of_handle,
-    codes,
-    compare,
-    each_class,
-    each_code,
-    new_handle,
-)
+from helpers import NAMES, OPERATIONS, agrees, array_of_handle, codes, each_class, each_code, new_handle
+from two_sides import compare
 
 SETUP = codes("""
 a = int16([[1, 2, 3], [4, 5, 6]]) | v = int16(range(10)) | x = int16([1]) | c = int16([[1], [2]])

@@ -9,19 +9,9 @@ import pytest
 from hypothesis import given, settings
 from hypothesis import strategies as st
 
-from helpers import (
-    each_code,
-    NAMES,
-    Sequence,
-    agrees,
-    codes,
-    compare,
-    each_class,
-    each_row,
-    outcome,
-    refuses,
-)
+from helpers import NAMES, Sequence, agrees, codes, each_class, each_code, each_row, outcome, refuses
 from model import ROWS
+from two_sides import compare
 
 
 @each_code("""

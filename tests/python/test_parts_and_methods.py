@@ -2,8 +2,9 @@
 
 import array
 
-from helpers import NAMES, agrees, codes, compare, each_class, each_code, each_row, handle_contents
-from helpers import handle_of_array, refuses
+from helpers import NAMES, agrees, codes, each_class, each_code, each_row, handle_contents, handle_of_array
+from helpers import refuses
+from two_sides import compare
 
 TOO_LARGE = "Python int too large to convert to C long"
 SETUP = codes("""

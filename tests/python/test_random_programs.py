@@ -4,7 +4,8 @@ from hypothesis import HealthCheck, given, settings
 from hypothesis import strategies as st
 
 import model
-from helpers import codes, compare, drawn
+from helpers import codes, drawn
+from two_sides import compare
 
 NUMBER = st.one_of(
     st.integers(0, 9), st.integers(0, 9), st.sampled_from([True, -1, 300, 1.5, -0.5, 2j, 1 + 2.5j, "x"])
@@ -28,15 +29,17 @@ def nests(draw, lengths=LENGTHS):
 
 
 PARTS = dict(
-    name=st.sampled_from("abc"),
+    name=st.sampled_from("abcd"),
+    view=st.sampled_from("vw"),
     flag=st.sampled_from(["", "", ", is_complex=True"]),
     kind=st.sampled_from([row.name for row in model.ROWS] + ["int8", "double"]),
     bound=st.one_of(st.just(""), st.integers(-4, 4)),
     step=st.sampled_from(["", 1, 2, -1, -2]),
     index=st.integers(-4, 4),
+    bit=st.integers(0, 1),
     length=st.integers(0, 6),
     size=st.one_of(LENGTHS, st.none()),
-    order=st.permutations([1, 2, 3]).map(tuple),
+    shape=st.sampled_from([(3, 2), (2, 3), (1, 6), (6, 1), (1, 2, 3), (3, 2, 1), (12, 1), (3, 0)]),
     nest=nests(),
     fitting=nests(st.sampled_from([(2,), (3,), (1, 2), (2, 2), (2, 3), (6,)])),
     number=NUMBER.map(repr),
@@ -44,21 +47,31 @@ PARTS = dict(
 PARTS["key"] = drawn("{index} | {bound}:{bound}:{step}", **PARTS)
 PARTS["part"] = drawn("{name} | {name}[{key}] | {name}[{key}][{key}] | {name}[{key}][{key}][{key}]", **PARTS)
 PARTS["right"] = drawn("{part} | {number} | {nest} | {fitting}", **PARTS)
+PARTS["family"] = drawn("""
+int16([[1, 2, 3], [4, 5, 6]]) | double(range(12), size=(3, 2, 2)) | logical([1, 0, 1, 1, 0, 0])
+int16(size=(0, 3)) | double([[1j, 2], [3, 4j], [5, 6]], is_complex=True)
+handed('int16', (2, 3), [1, 2, 3, 4, 5, 6]) | handed('logical', (3, 1, 2), [1, 0, 0, 1, 1, 1])
+handed('double', (3, 1), [1, 2, 3])
+""")
 LINE = drawn(
     """
 {name} = {kind}({nest}{flag}) | {name} = {kind}({part}{flag}) | {name} = {kind}({nest}, size={size}{flag})
-{part} | {name} = {kind}(None, size={size}{flag}) | {name} = {part} | {name} = {part}.clone()
-{part} == {part} | {part}[{key}] = {right} | {part}[{key}] = {right} | {name}.reshape{order}
-{name}.reshape({length}, {length})
+{name} = {kind}(None, size={size}{flag}) | {name} = {family} | {name} = {family} | {name} = {part}
+{name} = {name}.clone() | {name} = {part}.clone() | {name} = parts({name}) | {part} | {part} == {part}
+{part}[{key}] = {right} | {part}[{key}] = {right} | {part}[{key}] = {right} | {name}[{bit}][{bit}] = {number}
+{view} = export({part}) | {view} = bare({part}) | {view} = () | handle({name}) | handle({name})
+poke({name}, {length}, {bit}) | poke({name}, {length}, {bit}) | {name}.reshape{shape} | {name}.reshape{shape}
+{name}.reshape({length}, {length}) | {name} = () | collect()
 """,
     **PARTS,
 )
 BEGIN = codes("""
-a = int8([[1, 2, 3], [4, 5, 6]]) | b = a[0:1] | c = double([[[1, 2], [3, 4], [5, 6]]], is_complex=True)
+a = int16([[1, 2, 3], [4, 5, 6]]) | b = double([[1j, 2], [3, 4j], [5, 6]], is_complex=True)
+c = a[1] | d = a.clone() | v = export(b)
 """)
 
 
-@settings(max_examples=200, deadline=None, suppress_health_check=list(HealthCheck))
-@given(st.lists(LINE, min_size=1, max_size=12))
+@settings(max_examples=500, deadline=None, suppress_health_check=list(HealthCheck))
+@given(st.lists(LINE, min_size=1, max_size=20))
 def test_programs(program):
     compare(BEGIN + program)

@@ -6,7 +6,8 @@ import re
 import pytest
 
 import model
-from helpers import NAMES, Sequence, agrees, codes, compare, each_code, handle_of_array, outcome, raising
+from helpers import NAMES, Sequence, agrees, codes, each_code, handle_of_array, outcome, raising
+from two_sides import compare
 
 BAD = "reshape() must be passed a nonempty sequence of nonnegative integers."
 

@@ -4,8 +4,9 @@ import itertools
 
 import pytest
 
-from helpers import NAMES, codes, compare, each_code, each_row, outcome
+from helpers import NAMES, codes, each_code, each_row, outcome
 from model import selection
+from two_sides import compare
 
 SETUP = codes("""
 a = int16([[[i + j + k for k in range(4)] for j in (0, 10, 20)] for i in (0, 100)]) | v = int16(range(10))

@@ -24,7 +24,12 @@ ASKED = "asked for, not seen yet"
 def packed(row, is_complex, elements):
     """The bytes of elements as they are stored."""
     parts = [part for one in elements for part in ((one.real, one.imag) if is_complex else (one,))]
-    return struct.pack("={}{}".format(len(parts), row.format), *parts)
+    kind = float if row.format in "df" else int
+    return struct.pack("={}{}".format(len(parts), row.format), *map(kind, parts))
+
+
+def release(view):
+    ctypes.pythonapi.PyBuffer_Release(ctypes.byref(view))
 
 
 class Ours:
@@ -32,11 +37,18 @@ class Ours:
 
     class export:
         def __init__(self, array):
-            self.view = View()
+            self.array, self.view = array, View()
             export(array, self.view, STRIDES)
 
         def __del__(self):
-            ctypes.pythonapi.PyBuffer_Release(ctypes.byref(self.view))
+            release(self.view)
+
+    class bare(export):
+        """An export that is given back at once, while its address is kept."""
+
+        def __init__(self, array):
+            super().__init__(array)
+            release(self.view)
 
     def handle(array):
         assert handle_of_array(array) == handle_of_array(array)
@@ -81,28 +93,32 @@ def needs_array(function):
 
 
 class ModelExport:
-    address = None
+    count = 1
 
     def __init__(self, array):
         self.array, self.store = array, array.store
-        self.store.exports += 1
+        self.store.exports += self.count
 
     def __del__(self):
-        self.store.exports -= 1
+        self.store.exports -= self.count
+
+
+class ModelAddress(ModelExport):
+    count = 0
 
 
 class Theirs:
     """The same for the model, where a `handle` is None until native code knows it."""
 
-    export = needs_array(ModelExport)
+    export, bare = needs_array(ModelExport), needs_array(ModelAddress)
 
     @needs_array
     def handle(array):
-        if is_full(array):
-            array.store.handle = array.store.handle or ASKED
-        else:
+        if not is_full(array):
             array.gather(as_row=True)
-            array.handle = array.handle or ASKED
+        owner = array.store if is_full(array) else array
+        owner.handle = owner.handle or ASKED
+        return None
 
     def handed(name, shape, elements):
         made = model.Array(ROWS[name], elements, shape)
@@ -111,9 +127,11 @@ class Theirs:
 
     @needs_array
     def poke(array, place, number):
-        if not is_full(array) or array.store.shared or place >= len(array.store.data):
+        Theirs.handle(array)
+        elements = array.store.data if is_full(array) else array.cache[1]
+        if place >= len(elements):
             raise Skip
-        array.store.data[place], array.store.handle = array.element(True, number), array.store.handle or ASKED
+        elements[place] = array.element(True, number)
 
     @needs_array
     def parts(array):
@@ -150,11 +168,10 @@ class Run:
         """Whether all that has a name is what the model says."""
         for name, value in list(self.theirs.items()):
             if isinstance(value, ModelExport):
-                view = self.ours[name].view
-                value.address = value.address or view.buf
-                seen = view.buf, (tuple(view.shape[: view.ndim]), ctypes.string_at(view.buf, view.len))
-                right = stored(value.array, value.store.shape, value.store.elements)
-                self.same(name, seen, (value.address, right))
+                view, (shape, elements) = self.ours[name].view, stored(value.array, value.store, "elements")
+                seen = self.ours[name].array.buffer_info()[0], ctypes.string_at(view.buf, view.len)
+                self.same(name, seen, (view.buf, elements))
+                self.same("shape of " + name, tuple(view.shape[: view.ndim]) if value.count else shape, shape)
                 self.check_handle(name, value.array, value.store)
             elif isinstance(value, model.Array):
                 self.same(name, outcome(name, self.ours), outcome(name, self.theirs))
@@ -169,10 +186,17 @@ class Run:
         """What native code sees, as long as anything of the family lives."""
         if owner.handle not in (None, ASKED):
             store = owner if owner is array.store else array.gather()
-            size = len(packed(array.row, array.is_complex, [0]))
-            seen = handle_contents(owner.handle, size)[:2]
-            self.same("behind the handle of " + name, seen, stored(array, store.shape, store.data))
+            seen = handle_contents(owner.handle, len(packed(array.row, array.is_complex, [0])))[:2]
+            self.same("behind the handle of " + name, seen, stored(array, store, "data"))
 
 
-def stored(array, shape, elements):
-    return tuple(shape), packed(array.row, array.is_complex, elements)
+def stored(array, store, side):
+    return tuple(store.shape), packed(array.row, array.is_complex, getattr(store, side))
+
+
+def compare(program):
+    """Runs a program, then gives a handle of each full array to native code, too."""
+    run = Run(program)
+    for name, value in list(run.theirs.items()):
+        if isinstance(value, model.Array) and is_full(value):
+            run.step("handle(%s)" % name)
