@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <complex>
 #include <cstddef>
+#include <cstdint>
 #include <exception>
 #include <functional>
 #include <string>
@@ -37,8 +38,6 @@ TYPED_TEST(TypedArrays, AreSharedUntilAWriteAndHandOverWhatTheyHoldAlone)
 {
     auto array = filledArray<TypeParam>({2, 3});
     auto const before = elementsOf(array);
-    EXPECT_EQ(array.getType(), arrayTypeOf<TypeParam>);
-    EXPECT_EQ(array.getDimensions(), (std::vector<std::size_t>{2, 3}));
     EXPECT_EQ(before[4], elementValue<TypeParam>(4));
     auto const* own = array.handle();
     TypedArray<TypeParam> other = array;
@@ -51,61 +50,51 @@ TYPED_TEST(TypedArrays, AreSharedUntilAWriteAndHandOverWhatTheyHoldAlone)
     other = array;
     EXPECT_NE(other.release().get(), array.elements()) << "a copy";
     other = filledArray<TypeParam>({0});
+    EXPECT_TRUE(elementsOf(other).empty());
     auto const* storage = array.elements();
     auto const released = array.release();
     EXPECT_EQ(released.get(), storage);
     EXPECT_TRUE(std::equal(before.begin(), before.end(), released.get()));
 }
 
-TYPED_TEST(TypedArrays, AWrongConversionLeavesItsSourceUsable)
+TYPED_TEST(TypedArrays, AreMadeOfScalarsAndOfArraysOfTheirType)
 {
-    using Wrong = std::conditional_t<std::is_same_v<TypeParam, float>, double, float>;
-    Array source = filledArray<TypeParam>({2});
-    char const text[] = "Can't convert the Array to this TypedArray";
-    EXPECT_EQ(messageOf([&] { TypedArray<Wrong> wrong(source); }), text);
-    EXPECT_EQ(messageOf([&] { TypedArray<Wrong> wrong(std::move(source)); }), text);
-    EXPECT_EQ(elementsOf(TypedArray<TypeParam>(source))[1], elementValue<TypeParam>(1));
-}
-
-TYPED_TEST(TypedArrays, ScalarsAndEmptyArrays)
-{
+    auto const value = elementValue<TypeParam>(7);
     ArrayFactory factory;
-    EXPECT_TRUE(elementsOf(filledArray<TypeParam>({0, 3})).empty());
+    TypedArray<TypeParam> array = factory.createArray<TypeParam>({1, 1});
     if constexpr (Complex<TypeParam>) {
-        auto array = factory.createArray<TypeParam>({1, 1});
         TypedArray<TypeParam> const before = array;
-        detail::setElement(array[0].get(), elementValue<TypeParam>(7),
-                           static_cast<int>(arrayTypeOf<TypeParam>));
-        EXPECT_EQ(elementsOf(array), std::vector{elementValue<TypeParam>(7)});
+        detail::setElement(array[0].get(), value, static_cast<int>(arrayTypeOf<TypeParam>));
         EXPECT_EQ(elementsOf(before), std::vector{TypeParam()});
         EXPECT_EQ(messageOf([&] { array[1]; }), "Array index is invalid.");
     } else {
-        auto const array = factory.createScalar<TypeParam>(elementValue<TypeParam>(7));
-        EXPECT_EQ(array.getDimensions(), (std::vector<std::size_t>{1, 1}));
-        EXPECT_EQ(elementsOf(array), std::vector<TypeParam>{elementValue<TypeParam>(7)});
+        array = factory.createScalar<TypeParam>(value);
     }
-}
+    EXPECT_EQ(elementsOf(array), std::vector<TypeParam>{value});
 
-template <ExceptionType type>
-void expectException(char const* message, int code = static_cast<int>(type))
-{
-    EXPECT_THROW(detail::throwIfError(code, "the text"), detail::DataException<type>) << code;
-    EXPECT_EQ(messageOf([&] { detail::throwIfError(code, "the text"); }), message);
+    using Wrong = std::conditional_t<std::is_same_v<TypeParam, float>, double, float>;
+    Array source = array;
+    char const text[] = "Can't convert the Array to this TypedArray";
+    EXPECT_EQ(messageOf([&] { TypedArray<Wrong> wrong(source); }), text);
+    EXPECT_EQ(messageOf([&] { TypedArray<Wrong> wrong(std::move(source)); }), text);
+    EXPECT_EQ(elementsOf(TypedArray<TypeParam>(source))[0], value);
 }
 
 TEST(ErrorCodes, BecomeTheirExceptions)
 {
-    detail::throwIfError(QUARNA_SUCCESS, "the text");
-    expectException<ExceptionType::InvalidArrayIndex>("Array index is invalid.");
-    expectException<ExceptionType::DataTypeMismatch>("Data type mismatch.");
-    expectException<ExceptionType::OutOfMemory>("Not enough memory available to support the request.");
-    expectException<ExceptionType::InputLayoutMismatch>("Memory layout mismatch.");
-    expectException<ExceptionType::TooManyElements>("Number of elements exceeds max.");
-    expectException<ExceptionType::LibraryText>("the text");
-    expectException<ExceptionType::LibraryDetail>("the text");
-    expectException<ExceptionType::SystemError>("System Error.");
-    for (int const code : {int{QUARNA_ERROR_FeatureNotSupported}, 4, 11, 12, 15, 17, -1, 30, 1 << 30}) {
-        expectException<ExceptionType::SystemError>("System Error.", code);
+    EXPECT_THROW(detail::throwIfError(QUARNA_ERROR_OutOfMemory, {}),
+                 detail::DataException<ExceptionType::OutOfMemory>);
+    std::pair<std::vector<int>, char const*> const rows[]{
+        {{QUARNA_SUCCESS}, "nothing thrown"},
+        {{QUARNA_ERROR_InputLayoutMismatch}, "Memory layout mismatch."},
+        {{QUARNA_ERROR_TooManyElements}, "Number of elements exceeds max."},
+        {{QUARNA_ERROR_LibraryText, QUARNA_ERROR_LibraryDetail}, "the text"},
+        {{QUARNA_ERROR_SystemError, QUARNA_ERROR_FeatureNotSupported, 4, 11, 12, 15, 17, -1, 30, 1 << 30},
+         "System Error."}};
+    for (auto const& [codes, message] : rows) {
+        for (int const code : codes) {
+            EXPECT_EQ(messageOf([&, code = code] { detail::throwIfError(code, "the text"); }), message);
+        }
     }
 }
 
@@ -115,20 +104,18 @@ TEST(Refusals, OfTheLibraryAreThrownAndLeakNothing)
     auto complex = filledArray<std::complex<float>>({2});
     Array const holder = complex;
     ArrayFactory factory;
-    auto const newest = [](quarna_operation newer, quarna_operation older) {
-        return get_function_ptr(newer) != nullptr ? newer : older;
-    };
+    auto const has = [](quarna_operation operation) { return get_function_ptr(operation) != nullptr; };
+    auto const address = has(QUARNA_OPERATION_get_complex_address) ? QUARNA_OPERATION_get_complex_address
+                                                                   : QUARNA_OPERATION_get_part_addresses;
+    auto const begin =
+        has(QUARNA_OPERATION_begin_fast) ? QUARNA_OPERATION_begin_fast : QUARNA_OPERATION_begin;
     std::pair<quarna_operation, std::function<void()>> const rows[]{
         {QUARNA_OPERATION_create_scalar, [&] { factory.createScalar(2.0); }},
         {QUARNA_OPERATION_create_array, [&] { factory.createArray<double>({2}); }},
         {QUARNA_OPERATION_types_are_compatible, [&] { TypedArray<std::complex<float>>{holder}; }},
         {QUARNA_OPERATION_get_reference, [&] { complex[0]; }},
-        {newest(QUARNA_OPERATION_begin_fast, QUARNA_OPERATION_begin), [&] { complex.elements(); }},
-        {newest(QUARNA_OPERATION_get_complex_address, QUARNA_OPERATION_dereference),
-         [&] { complex.elements(); }},
-        {newest(QUARNA_OPERATION_get_complex_address, QUARNA_OPERATION_get_part_addresses),
-         [&] { complex.elements(); }},
-    };
+        {begin, [&] { complex.elements(); }},
+        {address, [&] { complex.elements(); }}};
     for (auto const& [operation, work] : rows) {
         scripted_fail(operation, QUARNA_ERROR_OutOfMemory, 0);
         EXPECT_EQ(messageOf(work), "Not enough memory available to support the request.") << operation;
@@ -144,9 +131,7 @@ TEST(Refusals, OfAHandleThatWasMovedFromAreNotForWantOfMemory)
     // NOLINTBEGIN(bugprone-use-after-move): it is what is tested.
     for (auto const& work : {std::function<void()>([&] { array.writableElements(); }),
                              {[&] { std::as_const(array).elements(); }},
-                             {[&] { array[0]; }},
-                             {[&] { array.release(); }},
-                             {[&] { array.getType(); }}}) {
+                             {[&] { array[0]; }}}) {
         EXPECT_EQ(messageOf(work), "System Error.");
     }
     // NOLINTEND(bugprone-use-after-move)
@@ -155,6 +140,9 @@ TEST(Refusals, OfAHandleThatWasMovedFromAreNotForWantOfMemory)
 TEST(Optional, RowMajorBuffersNeedTheNewerOperation)
 {
     ArrayFactory factory;
+#ifdef QUARNA_DEBUG_FILL
+    EXPECT_EQ(factory.createBuffer<std::uint8_t>(2)[1], 0xA5) << "new blocks are filled";
+#endif
     auto const build = [&] {
         factory.createArrayFromBuffer<double>({2}, filledBuffer<double>(factory, 2), MemoryLayout::ROW_MAJOR);
     };
@@ -165,30 +153,21 @@ TEST(Optional, RowMajorBuffersNeedTheNewerOperation)
 
 TEST(Missing, OperationsNameTheirRelease)
 {
-    std::pair<int, char const*> const rows[]{{0, "QR1"},      {108, "QR1"},       {109, "QR2"},
-                                             {117, "QR3"},    {118, "QR4"},       {122, "QR4"},
-                                             {123, "FUTURE"}, {1 << 30, "FUTURE"}};
+    std::pair<int, std::string> const rows[]{{0, "QR1"},   {108, "QR1"}, {109, "QR2"},   {117, "QR3"},
+                                             {118, "QR4"}, {122, "QR4"}, {123, "FUTURE"}};
     for (auto const& [number, release] : rows) {
         EXPECT_EQ(messageOf([id = number] { detail::resolveFunction<void (*)()>(detail::FunctionType{id}); }),
-                  std::string("This feature requires ") + release);
+                  "This feature requires " + release);
     }
 }
 
-// Only in a process of its own, whose library was told to leave out adopt_buffer and adopt_buffer_in_order.
-TEST(Missing, ARequiredOperationLeaksNothing)
+// Only in processes of their own, whose library has no way to adopt a block, or to destroy something.
+TEST(Missing, ARequiredOperationMeansThatNothingIsMade)
 {
-    if (get_function_ptr(QUARNA_OPERATION_adopt_buffer) != nullptr) {
-        GTEST_SKIP();
-    }
-    EXPECT_EQ(messageOf([] { filledArray<double>({2}); }), "This feature requires QR1");
-}
-
-// Only in a process of its own, whose library cannot destroy something.
-TEST(Missing, ADestroyerMeansThatNothingIsMade)
-{
-    auto const has = [](quarna_operation operation) { return get_function_ptr(operation) != nullptr; };
-    if (has(QUARNA_OPERATION_destroy_factory) && has(QUARNA_OPERATION_destroy_reference) &&
-        has(QUARNA_OPERATION_destroy_array) && has(QUARNA_OPERATION_destroy_iterator)) {
+    auto const required = {QUARNA_OPERATION_adopt_buffer, QUARNA_OPERATION_destroy_factory,
+                           QUARNA_OPERATION_destroy_reference, QUARNA_OPERATION_destroy_array,
+                           QUARNA_OPERATION_destroy_iterator};
+    if (std::all_of(required.begin(), required.end(), &get_function_ptr)) {
         GTEST_SKIP();
     }
     auto const useAll = [] {
