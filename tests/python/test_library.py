@@ -56,7 +56,9 @@ COMPLEX_UINT64 + 1, 1 -> SystemError
 def test_what_it_cannot_hold(code, end, factory):
     (kind, count), block, deleter = eval(code, NAMES), c_void_p(1), c_void_p(1)
     answer, array = create(factory, kind, (1, count))
-    assert answer == ERROR_CODES[end] == call.create_buffer(factory, byref(block), byref(deleter), kind, count)
+    assert (
+        answer == ERROR_CODES[end] == call.create_buffer(factory, byref(block), byref(deleter), kind, count)
+    )
     assert not array and not block and not deleter
 
 
