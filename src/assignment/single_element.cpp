@@ -40,10 +40,10 @@ template <class T>
 int setItemViaFinalIntegerIndex(QCppPyArray const& array, long index, PyObject* value)
 {
     auto const plain = plainElement<T>(value, false);
-    if (!plain) {
+    if (!plain.isPlain) {
         return setConverted<T>(array, index, value);
     }
-    array.getQDAWrapper()->writableElements<T>().set(array.byteOffsetOf(index) / long{sizeof(T)}, *plain);
+    array.getQDAWrapper()->writableElements<T>().set(array.byteOffsetOf(index) / long{sizeof(T)}, plain.value);
     return 0;
 }
 
