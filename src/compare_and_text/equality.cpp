@@ -2,13 +2,14 @@
 #include "compare_and_text/equality.h"
 
 #include "elements/element_load.h"
-#include "wrapper/qd_array_wrapper.h"
+#include "indexing/long_reading.h"
 
 #include <algorithm>
 #include <cmath>
 #include <complex>
 #include <concepts>
 #include <cstddef>
+#include <cstdint>
 #include <cstring>
 #include <limits>
 #include <optional>
@@ -77,43 +78,112 @@ inline constexpr bool bytesDecide = Integer<T> ||
                                     (ComplexInteger<T> &&
                                      sizeof(RealPartOf<T>) < 8);  // larger parts are compared as doubles
 
-/// Two runs of elements with their strides. Some elements are compared at a time, without a way out between them, which
-/// compilers turn into vector instructions.
+constexpr long atATime = 64;
+
+/// Some elements, compared without a way out between them.
+template <class Left, class Right>
+bool fewAreEqual(void const* left, long leftStride, void const* right, long rightStride, long length)
+{
+    bool equal = true;
+    for (long i = 0; i < length; ++i) {
+        equal &= numbersAreEqual(loadElementAt<Left>(left, i * leftStride),
+                                 loadElementAt<Right>(right, i * rightStride));
+    }
+    return equal;
+}
+
+/// The same for floating-point neighbours. Compilers make no vector instructions of comparisons of doubles by
+/// themselves, unless they may ask for a newer processor.
+template <std::floating_point T>
+bool neighboursAreEqual(void const* left, void const* right, long length)
+{
+    using Lanes __attribute__((vector_size(16))) = T;
+    constexpr long lanes = sizeof(Lanes) / sizeof(T);
+    constexpr long vectors = 4;  // so many comparisons wait for none of each other
+    constexpr long step = vectors * lanes;
+    decltype(Lanes{} != Lanes{}) different[vectors] = {};
+    long i = 0;
+    for (; i + step <= length; i += step) {
+        for (long k = 0; k < vectors; ++k) {
+            different[k] |= loadElementAt<Lanes>(addressAt<T>(left, i), k) !=
+                            loadElementAt<Lanes>(addressAt<T>(right, i), k);
+        }
+    }
+    bool equal = fewAreEqual<T, T>(addressAt<T>(left, i), 1, addressAt<T>(right, i), 1, length - i);
+    auto const found = (different[0] | different[1]) | (different[2] | different[3]);
+    for (long lane = 0; lane < lanes; ++lane) {
+        equal &= found[lane] == 0;
+    }
+    return equal;
+}
+
+// Equal bytes are equal numbers here, which other bytes may be too.
+template <class T>
+bool neighboursAreEqual(void const* left, void const* right, long length)
+{
+    return std::memcmp(left, right, static_cast<std::size_t>(length) * sizeof(T)) == 0 ||
+           (!bytesDecide<T> && fewAreEqual<T, T>(left, 1, right, 1, length));
+}
+
+template <class T>
+bool blocksAreEqual(void const* left, void const* right, long length)
+{
+    if constexpr (ComplexFloating<T>) {
+        return blocksAreEqual<RealPartOf<T>>(left, right, 2 * length);
+    } else if constexpr (bytesDecide<T>) {
+        return neighboursAreEqual<T>(left, right, length);
+    } else {
+        bool equal = true;
+        for (long start = 0; equal && start < length; start += atATime) {
+            equal = neighboursAreEqual<T>(addressAt<T>(left, start), addressAt<T>(right, start),
+                                          std::min(atATime, length - start));
+        }
+        return equal;
+    }
+}
+
+/// Two runs of elements with their strides.
 template <class Left, class Right>
 bool runsAreEqual(void const* left, long leftStride, void const* right, long rightStride, long length)
 {
-    constexpr long atATime = 64;
-    if constexpr (std::same_as<Left, Right> && bytesDecide<Left>) {
+    if constexpr (std::same_as<Left, Right>) {
         if (leftStride == 1 && rightStride == 1) {
-            return std::memcmp(left, right, static_cast<std::size_t>(length) * sizeof(Left)) == 0;
+            return blocksAreEqual<Left>(left, right, length);
         }
     }
-    for (long start = 0; start < length; start += atATime) {
-        bool equal = true;
-        for (long i = start; i < std::min(start + atATime, length); ++i) {
-            equal &= numbersAreEqual(loadElementAt<Left>(left, i * leftStride),
-                                     loadElementAt<Right>(right, i * rightStride));
-        }
-        if (!equal) {
-            return false;
-        }
+    bool equal = true;
+    for (long start = 0; equal && start < length; start += atATime) {
+        equal = fewAreEqual<Left, Right>(addressAt<Left>(left, start * leftStride), leftStride,
+                                         addressAt<Right>(right, start * rightStride), rightStride,
+                                         std::min(atATime, length - start));
     }
-    return true;
+    return equal;
 }
 
+/// Empty with an exception set if Python code that ran in between raised one, or reshaped an array.
 template <class Left, class Right>
-bool elementsAreEqual(QCppPyArray const& left, StridedView const& leftView, QCppPyArray const& right,
-                      StridedView const& rightView)
+std::optional<bool> elementsAreEqual(QCppPyArray const& left, StridedView const& leftView,
+                                     QCppPyArray const& right, StridedView const& rightView)
 {
-    void const* const leftBlock = left.getQDAWrapper()->buf();
-    void const* const rightBlock = right.getQDAWrapper()->buf();
+    LongReading leftElements(left);
+    LongReading const rightElements(right);
     RunCursor leftRun(leftView, WalkOrder::Stored);
     RunCursor rightRun(rightView, WalkOrder::Stored);
+    auto const [length, leftStride] = leftRun.run();
+    long const rightStride = rightRun.run().stride;
     do {
-        if (!runsAreEqual<Left, Right>(addressAt<Left>(leftBlock, leftRun.offset()), leftRun.run().stride,
-                                       addressAt<Right>(rightBlock, rightRun.offset()), rightRun.run().stride,
-                                       leftRun.run().length)) {
-            return false;
+        for (long start = 0; start < length;) {
+            long const portion = leftElements.portionOf(length - start);
+            if (!runsAreEqual<Left, Right>(
+                    addressAt<Left>(leftElements.block(), leftRun.offset() + start * leftStride), leftStride,
+                    addressAt<Right>(rightElements.block(), rightRun.offset() + start * rightStride),
+                    rightStride, portion)) {
+                return false;
+            }
+            if (!leftElements.passed(portion) || !rightElements.isSteady()) {
+                return std::nullopt;
+            }
+            start += portion;
         }
         rightRun.advance();
     } while (leftRun.advance());
@@ -131,12 +201,13 @@ std::optional<bool> areEqual(QCppPyArray const& left, QCppPyArray const& right)
     if (!left.requireUsable() || !right.requireUsable()) {
         return std::nullopt;
     }
-    StridedView const leftView = left.selection();
-    StridedView const rightView = right.selection();
+    StridedView leftView = left.selection();
+    StridedView rightView = right.selection();
     Nesting const nesting = compareNesting(leftView, rightView);
     if (nesting != Nesting::Alike) {
         return nesting == Nesting::AlikeAndEmpty;
     }
+    joinDimensions(leftView, rightView);
     return withElementForm<Real>(left.isComplex(), [&]<class Left>(std::type_identity<Left>) {
         return withElementForm<Real>(right.isComplex(), [&]<class Right>(std::type_identity<Right>) {
             return elementsAreEqual<Left, Right>(left, leftView, right, rightView);

@@ -34,6 +34,27 @@ struct StridedView {
     }
 };
 
+/// Makes one dimension of neighbours that a walk in the order of storage takes as one, in all of these selections of
+/// one shape: it takes fewer and longer runs then. None of them is empty.
+template <class... Views>
+void joinDimensions(Views&... views)
+{
+    auto const levels = std::min({views.dimensions.size()...});
+    std::size_t last = 0;
+    for (std::size_t level = 1; level < levels; ++level) {
+        auto const goesOn = [&](StridedDimensions const& dimensions) {
+            return dimensions[last].stride * dimensions[last].length == dimensions[level].stride;
+        };
+        if ((goesOn(views.dimensions) && ...)) {
+            ((views.dimensions[last].length *= views.dimensions[level].length), ...);
+        } else {
+            ++last;
+            ((views.dimensions[last] = views.dimensions[level]), ...);
+        }
+    }
+    (views.dimensions.resize(last + 1), ...);
+}
+
 /// Counts through the positions of some dimensions, the first of the list fastest, and keeps their offset.
 class Odometer {
 public:
