@@ -28,12 +28,23 @@ def rows(table):
     return [tuple(part.strip() for part in row.split(" ->")) for row in codes(table)]
 
 
+def words(table):
+    """The rows of such a table as a dictionary."""
+    return dict(rows(table))
+
+
 def each_code(table):
     return pytest.mark.parametrize("code", codes(table))
 
 
 def each_row(table):
     return pytest.mark.parametrize("code, end", rows(table))
+
+
+def each_refusal(table):
+    """One test for a line of a kind of exception, its words, and an arrow to all that is refused so."""
+    found = [re.fullmatch("(.*?): (.*) -> (.*)", row).groups() for row in table.strip().splitlines()]
+    return pytest.mark.parametrize("kind, text, table", found)
 
 
 def drawn(table, **parts):
@@ -102,7 +113,7 @@ library.get_function_ptr.restype = c_void_p
 scripted = hasattr(library, "scripted_live_objects")
 if scripted:
     native_side = ctypes.CDLL("libnative_side.so")
-    library.scripted_live_objects.restype = library.scripted_calls.restype = ctypes.c_long
+    library.scripted_live_objects.restype = ctypes.c_long
 
 _pointer = ctypes.pythonapi.PyCapsule_GetPointer
 _pointer.restype, _pointer.argtypes = c_void_p, [ctypes.py_object, ctypes.c_char_p]
@@ -146,13 +157,6 @@ def export(array, view, flags):
 
 class Script:
     """The controls of the scripted library; what it was told ends with a reset."""
-
-    @property
-    def live_objects(self):
-        return library.scripted_live_objects()
-
-    def calls(self, name):
-        return library.scripted_calls(OPERATIONS[name])
 
     def fail(self, name, code, after=0):
         """All calls of the operation but `after` more answer with the error code."""

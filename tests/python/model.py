@@ -3,19 +3,24 @@
 import functools
 import itertools
 import operator
+import struct
 from collections import namedtuple
 
-# the class, array.array's character, the buffer format, the bytes of a real element
+# the class, array.array's character, the buffer format; and the bytes of a real element
 Row = namedtuple("Row", "name typecode format bytes")
 ROWS = """
-double d d 8 | single f f 4 | int8 b b 1 | uint8 B B 1 | int16 h h 2 | uint16 H H 2 | int32 i i 4 | uint32 I I 4
-int64 l q 8 | uint64 L Q 8 | logical B ? 1
+double d d | single f f | int8 b b | uint8 B B | int16 h h | uint16 H H | int32 i i | uint32 I I | int64 l q
+uint64 L Q | logical B ?
 """
-ROWS = [Row(*row.split()) for row in ROWS.replace(" | ", "\n").strip().splitlines()]
-ROWS = [row._replace(bytes=int(row.bytes)) for row in ROWS]
+ROWS = [
+    Row(*row.split(), struct.calcsize("=" + row[-1]))
+    for row in ROWS.strip().replace("\n", " | ").split(" | ")
+]
 HALVES = {row.name: 2 ** (8 * row.bytes - 1) for row in ROWS if "int" in row.name}
 RANGES = {name: (0, 2 * half - 1) if name[0] == "u" else (-half, half - 1) for name, half in HALVES.items()}
 UNLIKE = "unable to perform assignment because the left and right sides have a different shape."
+OVERFLOW = "value (%g) cannot be stored in a variable of type %s."
+MISMATCH = "dimensions of initializer (%s) do not match dimensions specified by 'size' (%s)."
 COUNTS = "number of elements specified by arguments to reshape() (%d) does not match current number (%d)."
 ShapeError, SizeError = type("ShapeError", (Exception,), {}), type("SizeError", (Exception,), {})
 
@@ -35,9 +40,7 @@ def convert(row, is_complex, coerce, value):
         low, high = RANGES[row.name]
         for part in (value.real, value.imag):
             if not low - 1 < part < high + 1:
-                raise OverflowError(
-                    "value (%g) cannot be stored in a variable of type %s." % (part, row.name)
-                )
+                raise OverflowError(OVERFLOW % (part, row.name))
         value = value if isinstance(value, int) else complex(int(value.real), int(value.imag))
     kind = float if row.name in ("double", "single") else bool if row.name == "logical" else int
     if is_complex or isinstance(value, int) or kind is float is type(value) or kind is bool and coerce:
@@ -130,10 +133,8 @@ class Array:
         elements, lengths = flatten(initializer, functools.partial(self.element, True))
         flat, shape = len(lengths) == 1, trimmed(lengths)
         if size and size != shape and (product(size) != len(elements) or not flat and elements):
-            raise (SizeError if product(size) == len(elements) else ShapeError)(
-                "dimensions of initializer (%s) do not match dimensions specified by 'size' (%s)."
-                % tuple(str(list(side))[1:-1] for side in (shape, size))
-            )
+            kind = SizeError if product(size) == len(elements) else ShapeError
+            raise kind(MISMATCH % tuple(str(list(side))[1:-1] for side in (shape, size)))
         own = shape if not flat else (1,) + shape if elements else (0, 0)
         return Store(size or own, elements, flat)
 

@@ -6,14 +6,12 @@ import sys
 from ctypes import byref
 
 
-from helpers import NAMES, View, codes, each_class, each_row, export, refuses
+from helpers import NAMES, View, codes, each_class, each_row, export, refuses, words
 
-
-WORDS = {
-    "writable": "underlying buffer is not writable.",
-    "format": "format field is null.",
-    "order": "underlying buffer not C-contiguous.",
-}
+WORDS = words("""
+writable -> underlying buffer is not writable. | order -> underlying buffer not C-contiguous.
+format -> format field is null.
+""")
 
 
 # Each flag by itself, then those that go together; the refusal of a real array, and that of a complex one.

@@ -6,10 +6,8 @@ import math
 
 import pytest
 
-from helpers import CLASSES, NAMES, each_code, refuses, rows
+from helpers import CLASSES, NAMES, each_code, refuses, rows, words
 from model import RANGES
-
-OTHER = "type does not match."
 
 
 class Number(float):
@@ -27,22 +25,14 @@ def beyond(number):
     return "value (%s) cannot be stored in a variable of type %%s." % text
 
 
-WORDS = dict(
-    math=math,
-    decimal=decimal.Decimal(1),
-    fraction=fractions.Fraction(1),
-    Number=Number,
-    Willing=Willing,
-    beyond=beyond,
-    INF=math.inf,
-    NAN=math.nan,
-    LARGEST=3.4028234663852886e38,  # the last among the 32-bit floats
-    LONG="Python int too large to convert to C long",
-    FLOAT="quarna.%s does not accept floating-point values.",
-    COMPLEX="quarna.%s does not accept complex values if 'is_complex' is not set to 'True'.",
-    NONE="value must not be 'None'.",
-    OTHER=OTHER,
-)
+WORDS = words("""
+LONG -> Python int too large to convert to C long | NONE -> value must not be 'None'.
+OTHER -> type does not match.
+COMPLEX -> quarna.%s does not accept complex values if 'is_complex' is not set to 'True'.
+FLOAT -> quarna.%s does not accept floating-point values.
+""")
+WORDS.update(decimal=decimal.Decimal(1), fraction=fractions.Fraction(1), Number=Number, Willing=Willing)
+WORDS.update(beyond=beyond, INF=math.inf, NAN=math.nan, LAST=3.4028234663852886e38)  # LAST: of 32 bits
 # A class, with a c for complex arrays: values, and what each reads back as or the words of its refusal.
 TABLE = """
 double: 1 -> 1.0 | True -> 1.0 | -0.0 -> -0.0 | INF -> INF | NAN -> NAN | Number(2.5) -> 2.5 | 1j -> COMPLEX
@@ -50,7 +40,7 @@ double: 2 ** 53 + 1 -> 2.0 ** 53 | -2 ** 63 -> -2.0 ** 63 | 2 ** 63 -> LONG | -2
 double: object() -> OTHER | {} -> OTHER | Willing() -> OTHER | decimal -> OTHER | fraction -> OTHER
 single: 0.1 -> 0.10000000149011612 | 2 ** 24 + 1 -> 2.0 ** 24 | 2 ** 60 + 2 ** 36 + 1 -> 2.0 ** 60 + 2.0 ** 37
 single: 1e300 -> INF | -1e300 -> -INF | -INF -> -INF | NAN -> NAN | 2 ** 64 -> INF | -2 ** 64 -> -INF | 1j -> COMPLEX
-single: 1e-50 -> 0.0 | LARGEST -> LARGEST | 3.4028235e38 -> INF | -3.4028235e38 -> -INF | Willing() -> OTHER
+single: 1e-50 -> 0.0 | LAST -> LAST | 3.4028235e38 -> INF | -3.4028235e38 -> -INF | Willing() -> OTHER
 int32: True -> 1 | 1.0 -> FLOAT | NAN -> FLOAT | 1j -> COMPLEX | None -> NONE | Willing() -> OTHER
 int64: 2 ** 63 - 1 -> 2 ** 63 - 1 | -2 ** 63 -> -2 ** 63 | 2 ** 63 -> LONG | 1.0 -> FLOAT
 uint64: 2 ** 63 - 1 -> 2 ** 63 - 1 | 2 ** 63 -> LONG | -1 -> beyond(-1) | -2 ** 64 -> LONG
@@ -95,4 +85,4 @@ def test_numpy_numbers_count_only_as_what_they_derive_from():
     assert NAMES["double"](numpy.array([[1.5, 2], [3, 4]])) == NAMES["double"]([[1.5, 2], [3, 4]])
     for number in (numpy.float32(1), numpy.int64(1), numpy.bool_(True)):
         for cls in CLASSES:
-            refuses("cls([number])", TypeError, OTHER, cls=cls, number=number)
+            refuses("cls([number])", TypeError, WORDS["OTHER"], cls=cls, number=number)

@@ -47,16 +47,11 @@ a | a[1] | a[1][2] | a[0:1] | a[::-1] | a[1][0:2] | a[1][2][1:3] | a[1][2][1:2] 
 a[1][2][2:2] | e | v[0][::-3]
 """)
 def test_clones_and_wholes_of_parts(code):
-    compare(
-        SETUP
-        + ["p = " + code, "q = p.clone()"]
-        + codes(
-            """
-    a[1] = a[0][::-1] | v[0] = range(1, 11) | p = p.clone() | r = %s.clone() | r.itemsize | r._is_complex
+    lines = """
+    p = {0} | q = p.clone() | a[1] = a[0][::-1] | v[0] = range(1, 11) | p = p.clone() | r = {0}.clone()
+    r.itemsize | r._is_complex
     """
-            % code
-        )
-    )
+    compare(SETUP + codes(lines.format(code)))
     names = dict(NAMES)
     exec("\n".join(SETUP), names)
     part, whole = eval(code, names), names[code[0]]
@@ -80,8 +75,8 @@ def test_reduce_says_what_is_complex():
 double([[1, 2.5]])[0] -> d [1.0, 2.5] | single([1])[0] -> f [1.0] | uint64([5, 6])[0][::-1] -> L [6, 5]
 int64([[5], [6]]).noncomplex() -> l [5, 6] | logical([True, False])[0] -> B [1, 0] | int32() -> i []
 int8([1, 2])[0].clone() -> b [1, 2] | uint8([1j, 2], is_complex=True).imag() -> B [1, 0]
-uint32(size=(0, 3, 4)) -> I [] | double(is_complex=True) -> d []
-int8([1]) -> | int8([[1], [2]]) -> | int8([1, 2])[0:1] -> | int8([1j], is_complex=True)[0] ->
+uint32(size=(0, 3, 4)) -> I [] | double(is_complex=True) -> d [] | int8([1]) -> | int8([[1], [2]]) ->
+int8([1, 2])[0:1] -> | int8([1j], is_complex=True)[0] ->
 """)
 def test_toarray(code, end):
     if end:

@@ -41,8 +41,7 @@ def test_what_comes_back(code, end):
 
 @pytest.mark.parametrize("method", ["spawn", "fork"])
 def test_other_processes(method):
-    arrays = [cls([[1, 0], [0, 1], [1, 1]]) for cls in CLASSES] + [
-        NAMES["double"]([[1j], [2]], is_complex=True)
-    ]
+    arrays = [cls([[1, 0], [0, 1], [1, 1]]) for cls in CLASSES]
+    arrays.append(NAMES["double"]([[1j], [2]], is_complex=True))
     with multiprocessing.get_context(method).Pool(1) as pool:
         assert pool.map(copy.deepcopy, arrays) == arrays

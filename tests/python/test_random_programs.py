@@ -66,8 +66,8 @@ poke({name}, {length}, {bit}) | poke({name}, {length}, {bit}) | {name}.reshape{s
     **PARTS,
 )
 BEGIN = codes("""
-a = int16([[1, 2, 3], [4, 5, 6]]) | b = double([[1j, 2], [3, 4j], [5, 6]], is_complex=True)
-c = a[1] | d = a.clone() | v = export(b)
+a = int16([[1, 2, 3], [4, 5, 6]]) | b = double([[1j, 2], [3, 4j], [5, 6]], is_complex=True) | c = a[1]
+d = a.clone() | v = export(b)
 """)
 
 

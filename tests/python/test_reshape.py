@@ -1,12 +1,11 @@
 """Reshaping, and all that outlives it or gets in its way."""
 
 import copy
-import re
 
 import pytest
 
 import model
-from helpers import NAMES, Sequence, agrees, codes, each_code, handle_of_array, outcome, raising
+from helpers import NAMES, Sequence, agrees, codes, each_code, each_refusal, handle_of_array, outcome, raising
 from two_sides import compare
 
 BAD = "reshape() must be passed a nonempty sequence of nonnegative integers."
@@ -18,40 +17,33 @@ def six():
 
 @each_code("3, 2 | 6, True | 2, 3, 1, 1 | 1, 6 | 1, 3, 1, 2 | 1, 1, 6")
 def test_new_shapes(code):
-    compare(
-        codes(
-            """
-    a = int8([[1, 2, 3], [4, 5, 6]]) | c = a.clone() | b = a.reshape(%s) | a[0][0] = 9 | p = a[-1:]
-    d = double([[1, 2j, 3], [4, 5, 6j]], is_complex=True) | d.reshape(%s) | q = d.clone()
+    lines = """
+    a = int8([[1, 2, 3], [4, 5, 6]]) | c = a.clone() | b = a.reshape({0}) | a[0][0] = 9 | p = a[-1:]
+    d = double([[1, 2j, 3], [4, 5, 6j]], is_complex=True) | d.reshape({0}) | q = d.clone()
     e = double(size=(0, 3)) | e.reshape(5, 0) | e.reshape(0, 2, 7) | e.reshape(0, 0)
     """
-            % (code, code)
-        )
-    )
+    compare(codes(lines.format(code)))
     array, lengths = six(), eval(code)
     assert array.reshape(lengths) is array is array.reshape([3, 2]).reshape(range(2, 4)).reshape(*lengths)
     assert memoryview(array).shape == array.size and array.buffer_info()[1] == 6
 
 
 # In the order in which they are found out; the last because of a view of the array.
-REFUSALS = """
-RuntimeError: reshape() not supported for a partial array.: a[0].reshape(2, 3) | a[0:1].reshape() | a[2:].reshape(0, 0)
-ValueError: BAD: a.reshape() | a.reshape(order=1) | a.reshape(None) | a.reshape(6) | a.reshape([6]) | a.reshape(())
-ValueError: BAD: a.reshape({2, 3}) | a.reshape('23') | a.reshape(2.0, 3) | a.reshape(2, -3) | a.reshape(-2, -3)
-ValueError: BAD: a.reshape(2, 2 ** 64) | a.reshape((2, 3), (2, 3)) | a.reshape([2, None])
-RuntimeError: Item 1 could not be retrieved from the value passed to reshape().: a.reshape(s)
-ShapeError: COUNT 4: a.reshape(2, 2) | a.reshape(2, 2, order=1)
-ShapeError: COUNT 0: a.reshape(0, 2 ** 62, 2 ** 62) | a.reshape(2 ** 62, 0) | a.reshape(2 ** 62, 2 ** 62, 0)
-ShapeError: COUNT 9223372036854775807: a.reshape(2 ** 32, 2 ** 32) | a.reshape(2 ** 31, 2 ** 31, 2, 3)
-ShapeError: COUNT 4611686018427387904: a.reshape(2 ** 31, 2 ** 31)
-ValueError: reshape() does not accept keyword arguments.: a.reshape(3, 2, order=1)
-BufferError: existing exports of data: the array cannot be reshaped.: a.reshape(3, 2)
-"""
-
-
-@pytest.mark.parametrize("row", REFUSALS.strip().splitlines())
-def test_refusals(row):
-    array, (kind, text, table) = six(), re.fullmatch("(.*?): (.*): (.*)", row).groups()
+@each_refusal("""
+RuntimeError: reshape() not supported for a partial array. -> a[0].reshape(2, 3) | a[0:1].reshape() | a[2:].reshape(0, 0)
+ValueError: BAD -> a.reshape() | a.reshape(order=1) | a.reshape(None) | a.reshape(6) | a.reshape([6]) | a.reshape(())
+ValueError: BAD -> a.reshape({2, 3}) | a.reshape('23') | a.reshape(2.0, 3) | a.reshape(2, -3) | a.reshape(-2, -3)
+ValueError: BAD -> a.reshape(2, 2 ** 64) | a.reshape((2, 3), (2, 3)) | a.reshape([2, None])
+RuntimeError: Item 1 could not be retrieved from the value passed to reshape(). -> a.reshape(s)
+ShapeError: COUNT 4 -> a.reshape(2, 2) | a.reshape(2, 2, order=1)
+ShapeError: COUNT 0 -> a.reshape(0, 2 ** 62, 2 ** 62) | a.reshape(2 ** 62, 0) | a.reshape(2 ** 62, 2 ** 62, 0)
+ShapeError: COUNT 9223372036854775807 -> a.reshape(2 ** 32, 2 ** 32) | a.reshape(2 ** 31, 2 ** 31, 2, 3)
+ShapeError: COUNT 4611686018427387904 -> a.reshape(2 ** 31, 2 ** 31)
+ValueError: reshape() does not accept keyword arguments. -> a.reshape(3, 2, order=1)
+BufferError: existing exports of data: the array cannot be reshaped. -> a.reshape(3, 2)
+""")
+def test_refusals(kind, text, table):
+    array = six()
     text = model.COUNTS % (int(text[5:]), 6) if "COUNT" in text else text.replace("BAD", BAD)
     names = dict(NAMES, a=array, view=memoryview(array[1]), s=Sequence(2, raising(OSError, 1)))
     for code in codes(table):
@@ -71,8 +63,8 @@ def test_what_outlives_a_reshape_is_refused(code):
     for old, new in (((2, 3), (3, 2)), ((2, 3), (1, 6)), ((2, 3), (2, 3)), ((1, 6), (1, 1, 6))):
         for key in (0, slice(0, 1), slice(None, None, -1), slice(0, 0))[: 3 if "walk" in code else 4]:
             array = six().reshape(old)
-            names = dict(NAMES, a=array, part=array[key], walk=iter(array[key]), whole=iter(array))
-            names.update(copy=copy, give=handle_of_array)
+            names = dict(NAMES, a=array, part=array[key], walk=iter(array[key]), whole=iter(array), copy=copy)
+            names["give"] = handle_of_array
             array.reshape(new)
             with pytest.raises(RuntimeError, match="reshaped"):
                 exec(code, names)

@@ -40,10 +40,8 @@ v[one] -> index is not an integer or slice. | v.__setitem__(slice('x'), [0]) -> 
 v[::'x'] -> slice step cannot be zero. | v[1.5::0] -> slice step cannot be zero.
 """)
 def test_slices_of_slices(code, end):
-    one = type("One", (), {"__index__": lambda self: 1})()
-    answer = outcome(
-        "list(%s)" % code, dict(v=NAMES["int16"](range(10))[0], one=one, I=type("I", (int,), {}))
-    )
+    one, v = type("One", (), {"__index__": lambda self: 1})(), NAMES["int16"](range(10))[0]
+    answer = outcome("list(%s)" % code, dict(v=v, one=one, I=type("I", (int,), {})))
     assert answer == end or end in answer
 
 

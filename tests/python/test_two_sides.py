@@ -42,12 +42,13 @@ a clone, an address: b = a.clone() | s = bare(a) | a[0][0] = 7 | b = ()
 a clone, an address of it: b = a.clone() | s = bare(b) | b[0][0] = 7 | a[0][0] = 8 | a = () -> b 7234
 an address between handle and reshape: handle(a) | s = bare(a) | a.reshape(4, 1) | a[0][0] = 7 | handle(a) | b = a.clone()
 """
-STARTS = {
-    "int16": "int16([[1, 2], [3, 4]])",
-    "double": "double([[1, 2], [3, 4]])",
-    "complex": "double([[1, 2], [3, 4]], is_complex=True)",
-    "handed in": "handed('int16', (2, 2), [1, 3, 2, 4])",
-}
+each_start = pytest.mark.parametrize(
+    "start",
+    codes("""
+int16([[1, 2], [3, 4]]) | double([[1, 2], [3, 4]]) | double([[1, 2], [3, 4]], is_complex=True)
+handed('int16', (2, 2), [1, 3, 2, 4])
+"""),
+)
 
 
 def table(text):
@@ -61,7 +62,7 @@ def digits(array):
     return "".join(items)
 
 
-@pytest.mark.parametrize("start", STARTS.values(), ids=list(STARTS))
+@each_start
 @pytest.mark.parametrize("lines, end", table(CASES))
 def test_cases(lines, end, start):
     names = Run(["a = " + start] + lines).ours
@@ -93,14 +94,10 @@ something new: v = export(a) -> b = double([[1, 2], [3, 4]]) | b = single(size=(
 an array is read: v = export(a) -> str(a) | list(a) | a == a | b = double(a)
 """
 FALLIBLE = sorted(set(OPERATIONS) - {"get_element_count"})
-REFUSALS = {
-    "OutOfMemory": "MemoryError",
-    "TooManyElements": "MemoryError",
-    "DataTypeMismatch": "RuntimeError",
-}
+REFUSALS = dict(OutOfMemory="MemoryError", TooManyElements="MemoryError", DataTypeMismatch="RuntimeError")
 
 
-@pytest.mark.parametrize("start", STARTS.values(), ids=list(STARTS))
+@each_start
 @pytest.mark.parametrize("lines, acts", table(REFUSED))
 def test_refused_in_the_middle(lines, acts, start, script):
     """Each operation, from each of its calls on, until the act needs no more of them."""

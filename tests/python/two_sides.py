@@ -5,16 +5,8 @@ import gc
 import struct
 
 import model
-from helpers import (
-    NAMES,
-    View,
-    array_of_handle,
-    export,
-    handle_contents,
-    handle_of_array,
-    new_handle,
-    outcome,
-)
+from helpers import NAMES, View, array_of_handle, export, handle_contents, handle_of_array
+from helpers import new_handle, outcome
 
 ROWS = {row.name: row for row in model.ROWS}
 STRIDES = 0x18  # what a request asks for: complex arrays have no format to give
@@ -118,7 +110,6 @@ class Theirs:
             array.gather(as_row=True)
         owner = array.store if is_full(array) else array
         owner.handle = owner.handle or ASKED
-        return None
 
     def handed(name, shape, elements):
         made = model.Array(ROWS[name], elements, shape)

@@ -13,15 +13,10 @@
 namespace {
 
 struct Script {
-    long calls = 0;
     quarna_error_code code = QUARNA_SUCCESS;
     int good_calls_left = 0;
 
-    bool refuses()
-    {
-        ++calls;
-        return code != QUARNA_SUCCESS && good_calls_left-- <= 0;
-    }
+    bool refuses() { return code != QUARNA_SUCCESS && good_calls_left-- <= 0; }
 };
 
 long live = 0;
@@ -66,12 +61,10 @@ struct Scripted<operation, Result (*)(Arguments...)> {
 
     static Result call(Arguments... arguments)
     {
-        Script& script = scripts[operation];
-        bool const refused = script.refuses();
         if constexpr (std::is_void_v<Result>) {
             live -= (... && (arguments != nullptr));
             real(arguments...);
-        } else if (refused) {
+        } else if (Script& script = scripts[operation]; script.refuses()) {
             return refuse(script.code, arguments...);
         } else {
             Result result = real(arguments...);
@@ -134,15 +127,9 @@ long scripted_live_objects()
     return live;
 }
 
-long scripted_calls(quarna_operation operation)
-{
-    return scripts[operation].calls;
-}
-
 void scripted_fail(quarna_operation operation, quarna_error_code code, int after)
 {
-    scripts[operation].code = code;
-    scripts[operation].good_calls_left = after;
+    scripts[operation] = {code, after};
 }
 
 void scripted_reset()

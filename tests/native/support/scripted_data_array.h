@@ -1,4 +1,4 @@
-// The controls of the scripted library: counts, and failures on request.
+// The controls of the scripted library: a count, and failures on request.
 #pragma once
 
 #include "quarna_data_array/numbers.h"
@@ -8,13 +8,10 @@ extern "C" {
 /// Arrays, factories, iterators, references and handed-out blocks that nobody has freed yet.
 long scripted_live_objects();
 
-/// How often the operation was called since the last reset, refused calls included.
-long scripted_calls(quarna_operation operation);
-
 /// Lets `after` more calls of the operation pass; each later one answers `code`, or null where it returns
 /// no code, with its out-arguments null. QUARNA_SUCCESS ends it. Operations that free are never refused.
 void scripted_fail(quarna_operation operation, quarna_error_code code, int after);
 
-/// Calls are 0 and no operation fails. What QUARNA_SCRIPT_OMIT left out at the start stays out.
+/// No operation fails. What QUARNA_SCRIPT_OMIT left out at the start stays out.
 void scripted_reset();
 }
