@@ -1,7 +1,6 @@
 """Copies through pickle, copy and other processes."""
 
 import copy
-import functools
 import multiprocessing
 import pickle
 
@@ -17,9 +16,8 @@ uint16([[1, 2], [3, 4]], is_complex=True) | int8([[1, 2], [3, 4]])[0:1]
 """)
 def test_copies(code):
     array = eval(code, dict(NAMES, nan=float("nan"), inf=float("inf")))
-    protocols = range(pickle.HIGHEST_PROTOCOL + 1)
-    dumps = [functools.partial(pickle.dumps, protocol=protocol) for protocol in protocols]
-    for way in [copy.copy, copy.deepcopy] + [lambda it, dump=dump: pickle.loads(dump(it)) for dump in dumps]:
+    pickles = [lambda it, n=n: pickle.loads(pickle.dumps(it, n)) for n in range(pickle.HIGHEST_PROTOCOL + 1)]
+    for way in [copy.copy, copy.deepcopy] + pickles:
         made = way(array)
         assert type(made) is type(array) and repr(made) == repr(array) and made.size == array.size
         agrees(made)

@@ -28,10 +28,6 @@ def test_text(code, end):
         assert again == array and again.size == array.size and again._is_complex is array._is_complex
 
 
-def test_long_text():
-    assert str(NAMES["int8"](size=(500, 200))) == "[%s]" % ",".join(["[" + "0," * 199 + "0]"] * 500)
-
-
 def test_floats_have_the_digits_of_repr():
     bits = random.Random(1)
     numbers = [10.0**power for power in range(-310, 309)] + [2.0**power for power in range(-1074, 1024)]
