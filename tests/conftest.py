@@ -1,10 +1,11 @@
 """Every test is a leak test: the library has as many live objects after it as before."""
 
 import gc
+import types
 
 import pytest
 
-from helpers import Script, library, scripted
+from helpers import fail, library, scripted
 
 
 def pytest_collection_finish():
@@ -26,7 +27,6 @@ def script():
     """The controls of the scripted library; what it was told ends with the test."""
     if not scripted:
         pytest.skip("the library is not the scripted one")
-    script = Script()
-    script.reset()
-    yield script
-    script.reset()
+    library.scripted_reset()
+    yield types.SimpleNamespace(fail=fail, reset=library.scripted_reset)
+    library.scripted_reset()

@@ -155,15 +155,9 @@ def export(array, view, flags):
     return ctypes.pythonapi.PyObject_GetBuffer(ctypes.py_object(array), byref(view), flags)
 
 
-class Script:
-    """The controls of the scripted library; what it was told ends with a reset."""
-
-    def fail(self, name, code, after=0):
-        """All calls of the operation but `after` more answer with the error code."""
-        library.scripted_fail(OPERATIONS[name], ERROR_CODES[code], after)
-
-    def reset(self):
-        library.scripted_reset()
+def fail(name, code, after=0):
+    """All calls of the operation but `after` more answer with the error code."""
+    library.scripted_fail(OPERATIONS[name], ERROR_CODES[code], after)
 
 
 def new_handle(kind, lengths=(1, 1)):

@@ -137,13 +137,6 @@ def test_a_leading_dictionary_of_odd_keys(code, end):
     assert end in found and ("[[" in end or "TypeError" in found)
 
 
-class Fleeting(list):
-    """A sequence whose memory is used again as soon as it goes."""
-
-    def __del__(self):
-        self.extend(bytes(10000))
-
-
 @each_code("size | vector | initializer | is_complex | other")
 def test_a_leading_dictionary_that_its_own_keys_empty(code):
     class Emptying(str):
@@ -153,8 +146,7 @@ def test_a_leading_dictionary_that_its_own_keys_empty(code):
             options.clear()
             return str(self) == other
 
-    options = {Emptying(code): bytearray(10**6)}
-    options.update({key: Fleeting() for key in ("size", "vector", "initializer")})
+    options = {Emptying(name): bytearray(10**6) for name in (code, "size", "vector", "initializer")}
     for _ in range(3):
         assert outcome("double(options)", dict(NAMES, options=options))
 

@@ -6,7 +6,6 @@ extern "C" {
 
 void* __libc_malloc(std::size_t bytes);
 void* __libc_calloc(std::size_t count, std::size_t bytes);
-void* __libc_realloc(void* block, std::size_t bytes);
 
 /// From now on blocks of up to this many bytes are refused; 0 ends it.
 std::size_t failing_malloc_limit = 0;
@@ -19,10 +18,5 @@ void* malloc(std::size_t bytes)
 void* calloc(std::size_t count, std::size_t bytes)
 {
     return count * bytes < failing_malloc_limit ? nullptr : __libc_calloc(count, bytes);
-}
-
-void* realloc(void* block, std::size_t bytes)
-{
-    return bytes < failing_malloc_limit ? nullptr : __libc_realloc(block, bytes);
 }
 }
