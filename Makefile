@@ -3,11 +3,13 @@
 #   BUILD=       the folder to build in                            (build)
 #   BUILD_TYPE=  Release, Debug or another of CMake's build types  (Release)
 #   SANITIZE=    address,undefined and the like                    (none)
+#   ARGS=        for the benchmarks; ARGS=--help tells which       (none)
 
 PYTHON ?= python3
 BUILD ?= build
 BUILD_TYPE ?= Release
 SANITIZE ?=
+ARGS ?=
 MAKEFLAGS += --no-print-directory
 export PYTHON BUILD BUILD_TYPE SANITIZE
 
@@ -25,9 +27,9 @@ test:
 python-test:
 	@tools/test python
 
-bench: build
-	@tools/run "$$(tools/environment)" benchmarks/bench.py
-	@tools/run "$$(tools/environment)" benchmarks/memory.py
+bench:
+	@tools/build bench
+	@tools/run "$$(tools/environment benchmarks)" benchmarks/bench.py $(ARGS)
 
 lint:
 	@tools/lint
