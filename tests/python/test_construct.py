@@ -146,7 +146,9 @@ def test_a_leading_dictionary_that_its_own_keys_empty(code):
             options.clear()
             return str(self) == other
 
-    options = {Emptying(name): bytearray(10**6) for name in (code, "size", "vector", "initializer")}
+    options = {}
+    options[Emptying(code)] = bytearray(10**6)
+    options.update({name: bytearray(10**6) for name in ("size", "vector", "initializer")})
     for _ in range(3):
         assert outcome("double(options)", dict(NAMES, options=options))
 
