@@ -1,4 +1,4 @@
-"""How much memory arrays take, beside NumPy (where it is at hand) and the goals that we have set ourselves.
+"""How much memory arrays take, beside NumPy and the goals.
 
 Each statement runs in a process of its own, since what one array frees another would find. Counted is what
 becomes resident while it runs: what of it is kept at its end, and the peak on the way. What is there before
@@ -6,119 +6,129 @@ does not count, for example the list that an array is made from.
 """
 
 import array
+import collections
 import gc
 import importlib
 import json
-import platform
+import random
 import resource
+import statistics
 import subprocess
 import sys
 import time
-from collections import namedtuple
 
-try:
-    import numpy
-except ImportError:
-    numpy = None
+import report
 
 COUNT, MANY, FEWER = 10**7, 200000, 20000
-MEGABYTE = 10**6
 BUDGET = 10**9  # bytes at which a statement is stopped: none needs as many
-NONE_TOUCHED = 1  # megabyte: the system counts resident pages in batches
+NONE_TOUCHED = 1.0  # megabyte: the system counts resident pages in batches
 
-Measured = namedtuple("Measured", "kept peak milliseconds")
-# A column of Measured, the count or size to divide it by, and the goal, None where there is none
-Figure = namedtuple("Figure", "column per unit goal")
-
-
-def large(kept, peak):
-    return [Figure("kept", COUNT, "bytes an element", kept), Figure("peak", COUNT, "bytes an element", peak)]
-
-
-def small(many, goal):
-    return [Figure("kept", many, "bytes each", goal)]
+# What is measured: words, what runs before, a statement for each contender, the figures to show.
+Point = collections.namedtuple("Point", "words given ours theirs figures")
+# A column of Measured, what to divide it by, its unit, and the goal, None where there is none
+Figure = collections.namedtuple("Figure", "column per unit goal")
+Measured = collections.namedtuple("Measured", "kept peak seconds is_stopped")
+Result = collections.namedtuple("Result", "words figure quarna numpy goal")
 
 
-def zeros(milliseconds, megabytes):
-    return [Figure("milliseconds", 1, "", milliseconds), Figure("peak", MEGABYTE, "megabytes", megabytes)]
+def an_element(**goals):
+    return [Figure(column, COUNT, column + ", bytes an element", goal) for column, goal in goals.items()]
+
+
+def each(many, goal):
+    return [Figure("kept", many, "bytes in all", goal)]
+
+
+def zeros(time_goal, touched_goal):
+    return [
+        Figure("seconds", 1e-6, "time, µs", time_goal),
+        Figure("peak", 1e6, "memory touched, MB", touched_goal),
+    ]
 
 
 MATRIX = "size = (10**4, 10**3)"
 NUMBERS = MATRIX + "; numbers = array.array('d', bytes(8 * 10**7))"
 ARRAY = NUMBERS + "; a = new(numbers, size)"
+RANDOM = ARRAY.replace("bytes(8 * 10**7)", "(random.random() for _ in range(10**7))")
 PARTS = "a = new(array.array('d', [1, 2, 3, 4, 5, 6]), (2, 3)); made = [None] * {}".format(MANY)
 
-# What comes before, a statement for each contender, the figures to show.
-POINTS = {
-    "by size": (
-        MATRIX,
-        "a = quarna.double(size=size)",
-        "a = numpy.zeros(size, order='F')",
-        large(8.2, 8.6),
-    ),
-    "from nested lists": (
+
+def filled(item):
+    """A statement that makes as many of an item as there is room for."""
+    return "for i in range(len(made)): made[i] = " + item
+
+
+POINTS = [
+    Point(
+        "doubles, built from a nested list",
         "rows = [[1.5] * 10**3 for _ in range(10**4)]",
         "a = quarna.double(rows)",
         "a = numpy.array(rows, order='F')",
-        large(8.2, 16.6),
+        an_element(kept=8.2, peak=8.6),
     ),
-    "from a flat list": (
-        MATRIX + "; flat = [1.5] * 10**7",
-        "a = quarna.double(flat, size=size)",
-        "a = numpy.array(flat).reshape(size, order='F')",
-        large(8.2, None),
+    Point("a clone", ARRAY, "b = a.clone()", "b = a.copy('F')", an_element(kept=8.2, peak=8.6)),
+    Point(
+        "`str` (19.3 bytes of text)", RANDOM, "text = str(a)", "text = str(a.tolist())", an_element(peak=45)
     ),
-    "from array.array": (
-        NUMBERS,
-        "a = quarna.double(numbers, size=size)",
-        "a = numpy.array(numbers).reshape(size, order='F')",
-        large(8.2, 8.6),
-    ),
-    "a clone": (ARRAY, "b = a.clone()", "b = a.copy('F')", large(8.2, 8.6)),
-    "a clone that is written to": (
-        ARRAY,
-        "b = a.clone()\nb[7][9] = 1.5",
-        "b = a.copy('F')\nb[7][9] = 1.5",
-        large(8.2, 8.6),
-    ),
-    "its text": (ARRAY, "text = str(a)", "text = str(a.tolist())", large(None, None)),
-    "a 2-by-3 array": (
+    Point(
+        "array of 6 doubles",
         "rows = [[1, 2, 3], [4, 5, 6]]; made = [None] * {}".format(MANY),
-        "for i in range(len(made)): made[i] = quarna.double(rows)",
-        "for i in range(len(made)): made[i] = numpy.array(rows, 'd', order='F')",
-        small(MANY, 400),
+        filled("quarna.double(rows)"),
+        filled("numpy.array(rows, 'd', order='F')"),
+        each(MANY, 400),
     ),
-    "an array of 1000": (
+    Point(
+        "array of 1000 doubles",
         "numbers = array.array('d', [1.5] * 1000); made = [None] * {}".format(FEWER),
-        "for i in range(len(made)): made[i] = quarna.double(numbers)",
-        "for i in range(len(made)): made[i] = numpy.array(numbers)",
-        small(FEWER, 8400),
+        filled("quarna.double(numbers)"),
+        filled("numpy.array(numbers)"),
+        each(FEWER, 8400),
     ),
-    "a row, a[0]": (
-        PARTS,
-        "for i in range(len(made)): made[i] = a[0]",
-        "for i in range(len(made)): made[i] = a[0]",
-        small(MANY, 144),
-    ),
-    "a slice, a[0:1]": (
-        PARTS,
-        "for i in range(len(made)): made[i] = a[0:1]",
-        "for i in range(len(made)): made[i] = a[0:1]",
-        small(MANY, 144),
-    ),
-    "80 MB of zeros": (
+    Point("live partial array, a row", PARTS, filled("a[0]"), filled("a[0]"), each(MANY, 144)),
+    Point("live partial array, a slice", PARTS, filled("a[0:1]"), filled("a[0:1]"), each(MANY, 144)),
+    Point(
+        "80 MB of zeros",
         "",
         "a = quarna.double(size=(1, 10**7))",
         "a = numpy.zeros((1, 10**7))",
-        zeros(None, None),
+        zeros(15, NONE_TOUCHED),
     ),
-    "8 GB of zeros": (
+    Point(
+        "8 GB of zeros",
         "",
         "a = quarna.double(size=(1, 10**9))",
         "a = numpy.zeros((1, 10**9))",
-        zeros(1, NONE_TOUCHED),
+        zeros(1000, NONE_TOUCHED),
     ),
-}
+    Point(
+        "doubles, by size",
+        MATRIX,
+        "a = quarna.double(size=size)",
+        "a = numpy.zeros(size, order='F')",
+        an_element(kept=8.2, peak=8.6),
+    ),
+    Point(
+        "doubles, built from a flat list",
+        MATRIX + "; flat = [1.5] * 10**7",
+        "a = quarna.double(flat, size=size)",
+        "a = numpy.array(flat).reshape(size, order='F')",
+        an_element(kept=8.2, peak=8.6),
+    ),
+    Point(
+        "doubles, built from `array.array`",
+        NUMBERS,
+        "a = quarna.double(numbers, size=size)",
+        "a = numpy.array(numbers).reshape(size, order='F')",
+        an_element(kept=8.2, peak=8.6),
+    ),
+    Point(
+        "a clone that is written to",
+        ARRAY,
+        "b = a.clone()\nb[7][9] = 1.5",
+        "b = a.copy('F')\nb[7][9] = 1.5",
+        an_element(kept=8.2, peak=8.6),
+    ),
+]
 
 
 def resident(process="self"):
@@ -145,29 +155,45 @@ def peak(is_anew):
     return resource.getrusage(resource.RUSAGE_SELF).ru_maxrss * 1024
 
 
-def child(contender, before, statement):
-    """Prints what is resident before a statement, then what the statement took."""
+def names_of(contender):
     module = importlib.import_module(contender)
-    names = {contender: module, "array": array}
-    if contender == "quarna":
-        names["new"] = module.double
-    else:
-        names["new"] = lambda numbers, size: module.array(numbers).reshape(size, order="F")
-    exec(before, names)
-    compiled = compile(statement, "statement", "exec")
+    new = {
+        "quarna": lambda numbers, size: module.double(numbers, size),
+        "numpy": lambda numbers, size: module.array(numbers).reshape(size, order="F"),
+    }
+    return {contender: module, "new": new[contender], "array": array, "random": random}
+
+
+def median_seconds(statement, names):
+    """Of a few times, each without what the time before has left."""
+    before, seconds = dict(names), []
+    for _ in range(9):
+        names.clear()
+        names.update(before)
+        start = time.process_time()
+        exec(statement, names)
+        seconds.append(time.process_time() - start)
+    return statistics.median(seconds)
+
+
+def child(contender, given, statement, is_timed):
+    """Prints what is resident before a statement, then what the statement takes."""
+    names = names_of(contender)
+    exec(given, names)
+    compiled, before = compile(statement, "statement", "exec"), dict(names)
     gc.collect()
     is_anew, start = start_peak_anew(), resident()
     print(start, flush=True)
-    clock = time.perf_counter()
     exec(compiled, names)
-    seconds = time.perf_counter() - clock
     kept = resident()
-    print(json.dumps([kept - start, max(peak(is_anew), kept) - start, seconds * 1e3]), flush=True)
+    figures = [kept - start, max(peak(is_anew), kept) - start]
+    names.clear()
+    print(json.dumps(figures + [median_seconds(compiled, before) if is_timed else 0.0]), flush=True)
 
 
-def measure(contender, before, statement):
-    """What a statement takes and whether it was stopped at the budget; None if it was refused."""
-    command = [sys.executable, __file__, contender, before, statement]
+def measured(contender, given, statement, is_timed):
+    """What a statement takes, or had taken when it was stopped at the budget; None if it was refused."""
+    command = [sys.executable, __file__, contender, given, statement, "timed" if is_timed else ""]
     with subprocess.Popen(command, stdout=subprocess.PIPE, universal_newlines=True) as process:
         first = process.stdout.readline()
         clock, start = time.perf_counter(), int(first or 0)
@@ -175,39 +201,44 @@ def measure(contender, before, statement):
             taken = resident(process.pid) - start
             if taken > BUDGET:
                 process.kill()
-                return Measured(taken, taken, (time.perf_counter() - clock) * 1e3), True
+                return Measured(taken, taken, time.perf_counter() - clock, True)
             time.sleep(0.005)
         last = process.stdout.readline()
-    return (Measured(*json.loads(last)), False) if last else None
+    return Measured(*json.loads(last), is_stopped=False) if last else None
 
 
-def shown(number, per):
-    number /= per
-    return "{:,.0f}".format(number) if number >= 100 else "{:.1f}".format(number)
+def results_of(point):
+    is_timed = any(figure.column == "seconds" for figure in point.figures)
+    both = [
+        measured(contender, point.given, statement, is_timed)
+        for contender, statement in (("quarna", point.ours), ("numpy", point.theirs))
+    ]
+    for figure in point.figures:
+        numbers = [one and getattr(one, figure.column) / figure.per for one in both]
+        yield Result(point.words, figure.unit, *numbers, goal=figure.goal), both
 
 
-def main():
-    print("\nCPython {}, NumPy {}\n".format(platform.python_version(), numpy and numpy.__version__))
-    line = "| {:<26} | {:<22} |" + " {:>8} |" * 3 + " {:<7} |"
-    print(line.format("What", "Figure", "quarna", "NumPy", "Goal", "Verdict"))
-    print(line.format("-" * 26, "-" * 22, *["-" * 7 + ":"] * 3 + ["-" * 7]))
-    verdicts = []
-    for what, (before, ours, theirs, figures) in POINTS.items():
-        results = [measure("quarna", before, ours), numpy and measure("numpy", before, theirs)]
-        for column, per, unit, goal in figures:
-            cells, figure = [], " ".join(filter(None, [column, unit]))
-            for result in results:
-                number = result and shown(getattr(result[0], column), per)
-                cells.append("" if not number else "> " + number if result[1] else number)
-            met = results[0] and not results[0][1] and getattr(results[0][0], column) <= (goal or 0) * per
-            verdict = "" if goal is None else "met" if met else "missed"
-            verdicts += [verdict] * (goal is not None)
-            print(
-                line.format(what, figure, *cells + ["" if goal is None else shown(goal, 1), verdict]),
-                flush=True,
-            )
-    print("\n{} of {} goals met".format(verdicts.count("met"), len(verdicts)))
+def shown(number, result):
+    if number is None:
+        return "refused"
+    return ("> " if result.is_stopped else "") + ("{:,.0f}" if number >= 100 else "{:.1f}").format(number)
+
+
+def measure(is_wanted):
+    """Prints the table; returns it with its results."""
+    table = report.Table(
+        ("What", 34), ("Figure", 22), ("quarna", -8), ("NumPy", -8), ("Goal", -6), ("Verdict", 7)
+    )
+    results = []
+    for point in POINTS:
+        for result, both in results_of(point) if is_wanted(point.words) else ():
+            numbers = map(shown, (result.quarna, result.numpy), both)
+            verdict = table.verdict(None if both[0] and both[0].is_stopped else result.quarna, result.goal)
+            table.add(result.words, result.figure, *numbers, "{:,g}".format(result.goal), verdict)
+            results.append(result)
+    table.close()
+    return table, results
 
 
 if __name__ == "__main__":
-    child(*sys.argv[1:]) if len(sys.argv) > 1 else main()
+    child(*sys.argv[1:])

@@ -61,10 +61,10 @@ def enough_loops(turn, most):
     return loops
 
 
-def seconds_in_turns(turns):
+def seconds_in_turns(turns, rounds):
     """For each (turn, loops) the seconds of a loop in every round. Every other round goes the other way."""
     seconds = [[] for _ in turns]
-    places, rounds = list(range(len(turns))), ROUNDS
+    places = list(range(len(turns)))
     start = time.perf_counter()
     while len(seconds[0]) < rounds:
         for place in places:
@@ -72,11 +72,11 @@ def seconds_in_turns(turns):
             seconds[place].append(turn(loops) / loops)
         places.reverse()
         if time.perf_counter() - start > LONG * len(seconds[0]):
-            rounds = FEWER_ROUNDS
+            rounds = min(rounds, FEWER_ROUNDS)
     return seconds
 
 
-def measured(contenders, size_in_bytes=1):
+def measured(contenders, size_in_bytes=1, rounds=ROUNDS):
     """Seconds in every round for each contender, a pair of a statement and the names that it uses."""
     gc.collect()
     gc.disable()
@@ -85,13 +85,17 @@ def measured(contenders, size_in_bytes=1):
         for statement, names in contenders:
             turn = statement.turn(names)
             turns.append((turn, enough_loops(turn, statement.most(size_in_bytes))))
-        return seconds_in_turns(turns)
+        return seconds_in_turns(turns, rounds)
     finally:
         gc.enable()
 
 
-def compared(contenders, size_in_bytes=1):
+def medians(seconds):
     """The median seconds of the first contender, and the median ratios of it to each of the others."""
-    first, *others = measured(contenders, size_in_bytes)
+    first, *others = seconds
     ratios = [statistics.median(a / b for a, b in zip(first, other)) for other in others]
     return Comparison(statistics.median(first), ratios)
+
+
+def compared(contenders, **options):
+    return medians(measured(contenders, **options))

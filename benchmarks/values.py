@@ -68,7 +68,7 @@ def new_quarna(x, kind="double"):
 
 
 def new_numpy(x, kind="double"):
-    return np.array(x, "bool" if kind == "logical" else kind, order="F")
+    return np.array(x, {"logical": "bool"}.get(kind, kind), order="F")
 
 
 def new_floor(x, kind="double"):
