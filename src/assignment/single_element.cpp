@@ -43,7 +43,8 @@ int setItemViaFinalIntegerIndex(QCppPyArray const& array, long index, PyObject* 
     if (!plain.isPlain) {
         return setConverted<T>(array, index, value);
     }
-    array.getQDAWrapper()->writableElements<T>().set(array.byteOffsetOf(index) / long{sizeof(T)}, plain.value);
+    array.getQDAWrapper()->writableElements<T>().set(array.byteOffsetOf(index) / long{sizeof(T)},
+                                                     plain.value);
     return 0;
 }
 

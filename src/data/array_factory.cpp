@@ -27,7 +27,9 @@ ArrayFactory::ArrayFactory()
     : m_impl(detail::makeOwned<FunctionType::destroy_factory>(
                  &detail::made<FunctionType::create_factory, impl::ArrayFactoryImpl>)
                  .release(),
-             [](impl::ArrayFactoryImpl* factory) { detail::operation<FunctionType::destroy_factory>()(factory); })
+             [](impl::ArrayFactoryImpl* factory) {
+                 detail::operation<FunctionType::destroy_factory>()(factory);
+             })
 {}
 
 template <class T>
