@@ -220,6 +220,8 @@ class Array:
     def parts(self, take):
         """A row of what is taken from each element, as native code sees them."""
         elements = [take(element) for element in self.store.data]
+        if self.row.name in RANGES:
+            elements = list(map(int, elements))
         return Array(self.row, store=Store((1, len(elements)), elements, flat=True), integers=(0,))
 
     def __eq__(self, other):
