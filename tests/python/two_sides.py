@@ -118,10 +118,12 @@ class Theirs:
 
     @needs_array
     def poke(array, place, number):
+        selected, lengths = model.flatten(array.tolist(), lambda element: element)
+        # A part is told in nested order, which must be that of its storage.
+        if place >= len(selected) or not is_full(array) and sum(length > 1 for length in lengths) > 1:
+            raise Skip
         Theirs.handle(array)
         elements = array.store.data if is_full(array) else array.cache[1]
-        if place >= len(elements):
-            raise Skip
         elements[place] = array.element(True, number)
 
     @needs_array
