@@ -78,7 +78,7 @@ int setIndividualElementsFromFlatSeqOfMultipleIntegerIndices(QCppPyArray const& 
 template <class T>
 int setMultipleElementsFromNonFinalSliceIndex(QCppPyArray const& array, SliceIndexItem item, PyObject* value)
 {
-    if (!array.heldSlice()) {
+    if (!array.holdsSlice()) {
         if (Road const road = copyArray<T>(array, array.selectionWith(item), value); road != Road::Declined) {
             return road == Road::Taken ? 0 : -1;
         }

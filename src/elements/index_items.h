@@ -4,7 +4,6 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <optional>
 
 namespace quarna {
 
@@ -72,14 +71,13 @@ public:
     }
 
     bool hasSlice() const { return m_hasSlice; }
-    std::optional<SliceIndexItem> slice() const
+    /// There is one.
+    SliceIndexItem slice() const
     {
-        if (!m_hasSlice) {
-            return std::nullopt;
-        }
         long const* const stored = words() + m_integerCount;
-        return SliceIndexItem{stored[0], stored[1], stored[2], stored[3], true};
+        return {stored[0], stored[1], stored[2], stored[3], true};
     }
+    long sliceLength() const { return words()[m_integerCount + wordsOfSlice - 1]; }
 
     /// The same without the slice, and without an integer that counts as normalised.
     IndexItems integersOnly() const;

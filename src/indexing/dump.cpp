@@ -34,8 +34,8 @@ void QCppPyArray::writeToOstream(std::ostream& stream) const
     for (std::size_t place = 0; place < m_indices.integerCount(); ++place) {
         writeItem(stream, m_indices.item(place));
     }
-    if (auto const slice = heldSlice()) {
-        writeItem(stream, *slice);
+    if (holdsSlice()) {
+        writeItem(stream, heldSlice());
     }
     writeLine(stream, "m_numberOfIntegerIndicesSoFar", getNumberOfIntegerIndicesSoFar());
     stream << "m_indexedArrayAsQDA: ";

@@ -51,24 +51,24 @@ bool QCppPyArray::requireReshapeCount(unsigned long reshapes) const
 
 bool QCppPyArray::takePlaceOfSlice(IntegerIndexItem& item) const
 {
-    auto const slice = heldSlice();
-    if (item.m_index >= slice->m_slice_len) {
+    SliceIndexItem const slice = heldSlice();
+    if (item.m_index >= slice.m_slice_len) {
         return refuse(PyExc_RuntimeError, "unable to index into slice.");
     }
-    item = {indexWithinSlice(*slice, item.m_index)};
+    item = {indexWithinSlice(slice, item.m_index)};
     return true;
 }
 
 bool QCppPyArray::convertSliceAndSliceToSlice(SliceIndexItem& item) const
 {
-    auto const slice = heldSlice();
-    if (!slice) {
+    if (!holdsSlice()) {
         return true;
     }
-    if (slice->m_step < 0 || item.m_step < 0) {
+    SliceIndexItem const slice = heldSlice();
+    if (slice.m_step < 0 || item.m_step < 0) {
         return refuse(PyExc_ValueError, "successive slices must both have a positive step size.");
     }
-    item = intersection(*slice, item);
+    item = intersection(slice, item);
     return true;
 }
 
@@ -100,8 +100,8 @@ void QCppPyArray::appendOpenDimensions(StridedView& view) const
 
 StridedView QCppPyArray::selection() const
 {
-    if (auto const slice = heldSlice()) {
-        return selectionWith(*slice);
+    if (holdsSlice()) {
+        return selectionWith(heldSlice());
     }
     StridedView view{offsetOfIntegers(), {}};
     view.dimensions.push_back({fullLengthOfActiveDimension(), elementStride(activeDimension())});

@@ -52,7 +52,9 @@ public:
     {
         return getNumberOfIntegerIndicesSoFar() == getNumberOfDimensions() - 1;
     }
-    std::optional<quarna::SliceIndexItem> heldSlice() const { return m_indices.slice(); }
+    bool holdsSlice() const { return m_indices.hasSlice(); }
+    /// There is one.
+    quarna::SliceIndexItem heldSlice() const { return m_indices.slice(); }
 
     /// False if the array is stale, or if no dimension is left to subscript.
     bool isUsable() const
@@ -74,8 +76,7 @@ public:
         if (!requireUsable()) {
             return -1;
         }
-        auto const slice = heldSlice();
-        return slice ? slice->m_slice_len : fullLengthOfActiveDimension();
+        return holdsSlice() ? m_indices.sliceLength() : fullLengthOfActiveDimension();
     }
     /// The length of the active dimension without regard to a held slice.
     long fullLengthOfActiveDimension() const { return m_wrapper->shape()[activeDimension()]; }
@@ -84,7 +85,7 @@ public:
     /// index that took a slice's place no longer counts as normalised.
     bool convertSliceAndIntegerToInteger(quarna::IntegerIndexItem& item) const
     {
-        return !m_indices.hasSlice() || takePlaceOfSlice(item);
+        return !holdsSlice() || takePlaceOfSlice(item);
     }
     /// Turns a new slice into the one that takes a held slice's place; false if either step is negative.
     bool convertSliceAndSliceToSlice(quarna::SliceIndexItem& item) const;

@@ -13,8 +13,8 @@ namespace {
 
 SliceIndexItem rangeOf(QCppPyArray const& array)
 {
-    if (auto const slice = array.heldSlice()) {
-        return *slice;
+    if (array.holdsSlice()) {
+        return array.heldSlice();
     }
     long const length = array.fullLengthOfActiveDimension();
     return {0, length, 1, length, true};

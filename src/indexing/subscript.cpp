@@ -2,24 +2,26 @@
 #include "indexing/subscript.h"
 
 #include "vocabulary/errors.h"
-#include "vocabulary/python_values.h"
 
 namespace quarna {
 
-std::optional<long> getIntegerIndexFromIndexObject(PyObject* index)
+SubscriptKind readRareIndex(PyObject* index, long& integer)
 {
-    return pyObjectIsLong(index) ? std::optional<long>(PyLong_AsSsize_t(index)) : std::nullopt;
+    if (!pyObjectIsLong(index)) {
+        return SubscriptKind::Other;
+    }
+    integer = PyLong_AsSsize_t(index);
+    return integer == -1 && PyErr_Occurred() != nullptr ? SubscriptKind::Refused : SubscriptKind::Integer;
 }
 
-std::optional<SliceBounds> unpackSlice(PyObject* slice)
+bool unpackSlice(PyObject* slice, SliceBounds& bounds)
 {
-    SliceBounds bounds;
     bool const unpacked = PySlice_Unpack(slice, &bounds.start, &bounds.stop, &bounds.step) == 0;
     if (bounds.step == 0) {
         // CPython reads the step first, so a step of 0 here means that it was what could not be read.
         setError(PyExc_ValueError, "slice step cannot be zero.");
     }
-    return unpacked ? std::optional(bounds) : std::nullopt;
+    return unpacked;
 }
 
 SliceIndexItem clippedSlice(SliceBounds bounds, long length)

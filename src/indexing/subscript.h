@@ -4,14 +4,23 @@
 #include "vocabulary/python.h"
 
 #include "elements/index_items.h"
-
-#include <optional>
+#include "vocabulary/python_values.h"
 
 namespace quarna {
 
-/// The value of an int, of a subclass or of a bool; empty for another object, whose __index__ is not asked. An
-/// int beyond Py_ssize_t gives -1 with OverflowError set.
-std::optional<long> getIntegerIndexFromIndexObject(PyObject* index);
+/// What an object is as a subscript.
+enum class SubscriptKind { Integer, Other, Refused };
+
+/// An int of any length, or what is none: as below.
+SubscriptKind readRareIndex(PyObject* index, long& integer);
+
+/// An int, of a subclass or a bool too, or another object, whose __index__ is not asked. OverflowError is set for an int
+/// beyond Py_ssize_t.
+inline SubscriptKind getIntegerIndexFromIndexObject(PyObject* index, long& integer)
+{
+    bool const isShort = PyLong_CheckExact(index) && takeOneDigit(index, integer);
+    return isShort ? SubscriptKind::Integer : readRareIndex(index, integer);
+}
 
 /// The bounds of a slice object as Python code gave them. Reading them can run Python code.
 struct SliceBounds {
@@ -20,8 +29,8 @@ struct SliceBounds {
     Py_ssize_t step = 0;
 };
 
-/// Empty with an exception set: ValueError for a step that is 0 or no integer, CPython's own for the others.
-std::optional<SliceBounds> unpackSlice(PyObject* slice);
+/// False with an exception set: ValueError for a step that is 0 or no integer, CPython's own for the others.
+bool unpackSlice(PyObject* slice, SliceBounds& bounds);
 
 /// The bounds clipped to a dimension, as Python clips those of a list.
 SliceIndexItem clippedSlice(SliceBounds bounds, long length);

@@ -4,7 +4,6 @@
 #include "indexing/subscript.h"
 #include "module/slots.h"
 
-#include <optional>
 #include <type_traits>
 
 namespace quarna {
@@ -16,11 +15,6 @@ constexpr char noIndexText[] = "index is not an integer or slice.";
 bool isSlice(PyObject* index)
 {
     return Py_TYPE(index) == &PySlice_Type;
-}
-
-bool isPending(std::optional<long> integer)
-{
-    return *integer == -1 && PyErr_Occurred() != nullptr;
 }
 
 // What is no integer.
@@ -36,13 +30,13 @@ PyObject* getViaSlice(PyObject* self, PyObject* index)
     if (!array->requireUsable()) {
         return nullptr;
     }
-    auto const bounds = unpackSlice(index);
-    // The bounds of a slice can run Python code, so the length is taken afterwards.
-    long const length = bounds ? array->getLengthOfActiveDimension() : -1;
+    SliceBounds bounds;
+    // Reading them can run Python code, so the length is taken afterwards.
+    long const length = unpackSlice(index, bounds) ? array->getLengthOfActiveDimension() : -1;
     if (length < 0) {
         return nullptr;
     }
-    SliceIndexItem item = clippedSlice(*bounds, length);
+    SliceIndexItem item = clippedSlice(bounds, length);
     return array->convertSliceAndSliceToSlice(item) ? newArrayObject(*array, item) : nullptr;
 }
 
@@ -52,12 +46,12 @@ int setViaSlice(QCppPyArray const& array, PyObject* index, PyObject* value)
     if (!isSlice(index)) {
         return refuse(PyExc_RuntimeError, noIndexText);
     }
-    auto const bounds = unpackSlice(index);
-    // The bounds of a slice can run Python code, so the shape is looked at afterwards.
-    if (!bounds || !array.requireUsable()) {
+    SliceBounds bounds;
+    // Reading them can run Python code, so the shape is looked at afterwards.
+    if (!unpackSlice(index, bounds) || !array.requireUsable()) {
         return -1;
     }
-    SliceIndexItem const item = clippedSlice(*bounds, array.fullLengthOfActiveDimension());
+    SliceIndexItem const item = clippedSlice(bounds, array.fullLengthOfActiveDimension());
     return withElementForm<T>(array.isComplex(), [&]<class Element>(std::type_identity<Element>) {
         return array.nextIntegerIsFinal()
                    ? setIndividualElementsFromFlatSeqOfMultipleIntegerIndices<Element>(array, item, value)
@@ -108,10 +102,15 @@ PyObject* QCPyArray_GetItem(PyObject* self, Py_ssize_t index)
 template <class T>
 PyObject* QCPyArray_GetViaIndex(PyObject* self, PyObject* index)
 {
-    if (auto const integer = getIntegerIndexFromIndexObject(index)) {
-        return isPending(integer) ? nullptr : QCPyArray_GetItem<T>(self, *integer);
+    long integer = 0;
+    switch (getIntegerIndexFromIndexObject(index, integer)) {
+    case SubscriptKind::Integer:
+        return QCPyArray_GetItem<T>(self, integer);
+    case SubscriptKind::Other:
+        return getViaSlice(self, index);
+    default:
+        return nullptr;
     }
-    return getViaSlice(self, index);
 }
 
 template <class T>
@@ -127,16 +126,18 @@ int QCPyArray_SetViaIndex(PyObject* self, PyObject* index, PyObject* value)
     if (!array->requireUsable()) {
         return -1;
     }
-    if (auto const integer = getIntegerIndexFromIndexObject(index)) {
-        if (isPending(integer)) {
-            return -1;
-        }
+    long integer = 0;
+    switch (getIntegerIndexFromIndexObject(index, integer)) {
+    case SubscriptKind::Integer:
         return withElementForm<T>(array->isComplex(), [&]<class Element>(std::type_identity<Element>) {
             return setItemsFromFinalOrNonFinalIntegerIndex<Element>(
-                *array, *integer, array->fullLengthOfActiveDimension(), value);
+                *array, integer, array->fullLengthOfActiveDimension(), value);
         });
+    case SubscriptKind::Other:
+        return setViaSlice<T>(*array, index, value);
+    default:
+        return -1;
     }
-    return setViaSlice<T>(*array, index, value);
 }
 
 #define QUARNA_CLASS(suffix, attribute, element, code)                       \

@@ -4,16 +4,13 @@
 #include "vocabulary/python.h"
 
 #include "elements/element.h"
+#include "vocabulary/python_values.h"
 
 #include <complex>
 #include <concepts>
 #include <cstdint>
 #include <limits>
 #include <type_traits>
-
-#if PY_VERSION_HEX < 0x030B0000
-#include <longintrepr.h>
-#endif
 
 namespace quarna {
 
@@ -143,25 +140,6 @@ Plain<T> plainFromElement(Source element, bool coerceToLogical)
 
 namespace detail {
 
-/// The value of an exact int of one digit, as CPython keeps it: most ints need no call.
-inline bool takeOneDigit(PyObject* object, long& value)
-{
-    auto const* const number = reinterpret_cast<PyLongObject const*>(object);
-#if PY_VERSION_HEX >= 0x030C0000
-    if (PyUnstable_Long_IsCompact(number) == 0) {
-        return false;
-    }
-    value = PyUnstable_Long_CompactValue(number);
-#else
-    Py_ssize_t const size = Py_SIZE(number);
-    if (size < -1 || size > 1) {
-        return false;
-    }
-    value = size * static_cast<long>(number->ob_digit[0]);
-#endif
-    return true;
-}
-
 /// An exact int, if it has at most 64 bits. Sets no exception.
 template <class T>
 Plain<T> plainFromInt(PyObject* object)
@@ -218,7 +196,7 @@ template <class T>
         if (type == &PyBool_Type) {
             return {object == Py_True, true};
         }
-    } else if (long value = 0; type == &PyLong_Type && detail::takeOneDigit(object, value)) {
+    } else if (long value = 0; type == &PyLong_Type && takeOneDigit(object, value)) {
         return plainFromInteger<T>(value);
     }
     return detail::plainFromAny<T>(object, coerceToLogical);
